@@ -1,0 +1,11 @@
+# Turns on the project's warnings, as errors, for one of its own targets. They are private: nothing
+# reaches the targets of a project that includes this one.
+function(zav_enable_warnings target)
+    if(ZAV_WARNINGS)
+        target_compile_options(${target} PRIVATE
+            -Wall -Wextra -Wpedantic -Werror
+            -Wcast-align -Wcast-qual -Wconversion -Wdouble-promotion -Wextra-semi -Wformat=2
+            -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wshadow
+            -Wsign-conversion -Wundef -Wunused)
+    endif()
+endfunction()
