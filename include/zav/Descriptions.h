@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "zav/export.h"
+
+/// One row of the table "descriptions": the texts of one fault type in one language.
+///
+/// A value type that owns its strings: copies are member by member, there are no moves. The fields
+/// bear the names of the database columns. A default-constructed record has every number 0 and
+/// every string empty. Strings are the database's bytes unchanged; no encoding is imposed. A text
+/// that is NULL in the database reads "n/a".
+struct ZAV_EXPORT Descriptions {
+    Descriptions();
+    Descriptions(const Descriptions& other);
+    Descriptions& operator=(const Descriptions& other);
+    virtual ~Descriptions();
+
+    /// Primary key. 16 bits, 0 to 65535; a larger number in the file reads as 0.
+    std::uint16_t id = 0;
+    /// Code of the fault type that the texts belong to. 16 bits, 0 to 65535; a larger number in the
+    /// file reads as 0, although a lookup by fault code takes 32 bits.
+    std::uint16_t id_fault_type = 0;
+    /// Number of the language. 16 bits, 0 to 65535; a larger number in the file reads as 0.
+    std::uint16_t id_language = 0;
+    std::string name;
+    std::string short_description;
+    std::string description;
+    std::string comment;
+    std::string remedy;
+};

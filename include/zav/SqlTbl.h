@@ -1,0 +1,359 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "zav/export.h"
+#include "zav/sqlTblUtil.h"
+
+/// The generic model of one database table: its name, its columns in order, and one working record
+/// of type T, to whose fields the columns are bound.
+///
+/// A concrete table derives from it, gives its column list in init() and calls init() from its own
+/// constructor. A record passes through the working record on every way: a result row is decoded
+/// into it and then copied out, a statement text is written from it.
+///
+/// Three texts of `column_t::sqlType` have a meaning in the statement texts; the comparison is
+/// exact:
+///
+/// | sqlType                                      | in an INSERT             | in an UPDATE |
+/// |----------------------------------------------|--------------------------|--------------|
+/// | "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL" | null: the database picks | left out     |
+/// | "VARCHAR"                                    | value in single quotes   | the same     |
+/// | "INTEGER"                                    | bare number              | the same     |
+/// | any other                                    | empty                    | the same     |
+///
+/// @tparam T  the record type: default-constructible and copy-assignable.
+/// @note Not safe for concurrent use, and neither copied nor moved: the columns point into the
+///       object's own working record.
+template <class T>
+class ZAV_EXPORT SqlTbl {
+public:
+    /// The kind of field that a column is bound to. Values from 5 up are a derived table's own: it
+    /// gives them a meaning by overriding convertValueToStr() and convertValueFromStr().
+    enum columnValueType_t : std::uint32_t {
+        VALUE_TYPE_NONE = 0,    ///< not bound; the column of a result that the table does not know
+        VALUE_TYPE_UINT64 = 1,  ///< unsigned long long
+        VALUE_TYPE_UINT32 = 2,  ///< unsigned int
+        VALUE_TYPE_UINT16 = 3,  ///< unsigned short
+        VALUE_TYPE_STRING = 4   ///< std::string
+    };
+
+    /// One column. Copying it copies the pointer: the copy is bound to the same field.
+    struct column_t {
+        column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr) {}
+        column_t(const std::string& columnName, const std::string& columnSqlType,
+                 columnValueType_t columnValueType, void* field)
+            : name(columnName), sqlType(columnSqlType), valueType(columnValueType), pValue(field)
+        {
+        }
+
+        std::string name;             ///< as in the database; matched exactly, letter case included
+        std::string sqlType;          ///< SQL type and constraints
+        columnValueType_t valueType;  ///< type of the bound field
+        void* pValue;                 ///< a field of the table's own `record`; null: not bound
+    };
+
+    /// @param name  the table's name as it stands in the statement texts. `columns` stays empty:
+    ///              the derived table's constructor fills it by calling init().
+    explicit SqlTbl(const std::string& name) : tableName(name) {}
+
+    SqlTbl(const SqlTbl&) = delete;
+    SqlTbl& operator=(const SqlTbl&) = delete;
+
+    virtual ~SqlTbl() {}
+
+    /// Copies a record into the working record and returns getSqlInsertValues().
+    ///
+    /// @param rec  the record; `record` holds its values afterwards, even when an exception is
+    ///             thrown.
+    virtual std::string getSqlInsertValuesQuery(const T& rec);
+
+    /// Copies a record into the working record and returns getSqlUpdateValues().
+    ///
+    /// @param rec  the record; `record` holds its values afterwards, even when an exception is
+    ///             thrown.
+    virtual std::string getSqlUpdateValuesQuery(const T& rec);
+
+    /// Fills `columns` with the table's full list, each column bound to a field of `record`; does
+    /// nothing if `columns` is not empty.
+    ///
+    /// @param name  passed on by rebuild(); the library's own tables ignore it.
+    virtual void init(const std::string& name) = 0;
+
+    /// Empties `columns` and calls init(): undoes what reorderColumns() did.
+    ///
+    /// @param name  passed to init().
+    virtual void rebuild(const std::string& name);
+
+    /// Writes a field of a derived table's own kind as text, for the statement texts.
+    ///
+    /// @param type   a kind other than the four built-in ones.
+    /// @param value  the bound field.
+    /// @return the text; "n/a" unless overridden.
+    virtual std::string convertValueToStr(columnValueType_t type, void* value) const;
+
+    /// Decodes the text of a cell into a field of a derived table's own kind; does nothing unless
+    /// overridden. Not called for an SQL NULL, which leaves the field as it was.
+    ///
+    /// @param type   a kind other than the four built-in ones.
+    /// @param text   the cell's text.
+    /// @param value  the bound field.
+    virtual void convertValueFromStr(columnValueType_t type, const std::string& text,
+                                     void* value) const;
+
+    /// Matches the column list to the header of a result, for setDatafromSqlResult().
+    ///
+    /// Afterwards entry i of `columns` describes column i of the result. A name that the list does
+    /// not hold becomes a column without binding, whose cells are skipped; a column that the result
+    /// lacks is dropped. The change lasts, and the next call starts from it: only rebuild()
+    /// restores the full list.
+    ///
+    /// @param resultColumnNames  the names in the result's order, compared exactly. If it or
+    ///                           `columns` is empty, nothing changes.
+    void reorderColumns(const std::vector<std::string>& resultColumnNames);
+
+    /// Decodes one result row into the working record.
+    ///
+    /// A number that is NULL or unreadable becomes 0, a NULL text "n/a"; an unreadable number is
+    /// reported through sqlTblUtil::printError(). A NULL in a column of a derived table's own kind
+    /// leaves its field untouched and is reported through sqlTblUtil::printWarning().
+    ///
+    /// @param row  one cell for each entry of `columns`, in their order; null for an SQL NULL.
+    /// @return the number of bound columns, modulo 65536.
+    int setDatafromSqlResult(char** row);
+
+    /// Writes the `INSERT` statement that adds the working record as a new row. The key column gets
+    /// the value null, so that the database assigns the key.
+    ///
+    /// @return the statement, without semicolon. Quotes in texts are not escaped.
+    /// @throws std::out_of_range if `columns` is empty.
+    std::string getSqlInsertValues() const;
+
+    /// Writes the `UPDATE` statement that sets every column but the key to the working record's
+    /// values. It carries no condition: the caller appends one, or changes every row.
+    ///
+    /// @return the statement, without semicolon. Quotes in texts are not escaped.
+    /// @throws std::out_of_range if there is no column beside key columns.
+    std::string getSqlUpdateValues() const;
+
+    std::vector<column_t> columns;  ///< the current list, in the order of the last query's result
+    T record;                       ///< the working record
+    std::string tableName;          ///< set by the constructor, never changed afterwards
+
+private:
+    static bool isKey(const column_t& column)
+    {
+        return column.sqlType == "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
+    }
+    static void warnIfNotBound(const column_t& column);
+    column_t columnFor(const std::string& resultColumnName) const;
+    template <class Number>
+    static void decodeNumber(char** cell, void* field);
+    void decodeCell(const column_t& column, char** cell) const;
+    std::string valueText(const column_t& column) const;
+    std::string textValue(const column_t& column) const;
+    std::string numberValue(const column_t& column) const;
+};
+
+template <class T>
+std::string SqlTbl<T>::getSqlInsertValuesQuery(const T& rec)
+{
+    record = rec;
+    return getSqlInsertValues();
+}
+
+template <class T>
+std::string SqlTbl<T>::getSqlUpdateValuesQuery(const T& rec)
+{
+    record = rec;
+    return getSqlUpdateValues();
+}
+
+template <class T>
+void SqlTbl<T>::rebuild(const std::string& name)
+{
+    columns.clear();
+    init(name);
+}
+
+template <class T>
+std::string SqlTbl<T>::convertValueToStr(columnValueType_t, void*) const
+{
+    return "n/a";
+}
+
+template <class T>
+void SqlTbl<T>::convertValueFromStr(columnValueType_t, const std::string&, void*) const
+{
+}
+
+template <class T>
+void SqlTbl<T>::reorderColumns(const std::vector<std::string>& resultColumnNames)
+{
+    if (resultColumnNames.empty() || columns.empty()) {
+        return;
+    }
+    std::vector<column_t> reordered;
+    reordered.reserve(columns.size());
+    for (const std::string& name : resultColumnNames) {
+        reordered.push_back(columnFor(name));
+    }
+    columns = std::move(reordered);  // last: a failed allocation leaves the list as it was
+}
+
+template <class T>
+typename SqlTbl<T>::column_t SqlTbl<T>::columnFor(const std::string& resultColumnName) const
+{
+    const auto found = std::find_if(
+        columns.begin(), columns.end(),
+        [&resultColumnName](const column_t& column) { return column.name == resultColumnName; });
+    return found != columns.end() ? *found
+                                  : column_t(resultColumnName, "", VALUE_TYPE_NONE, nullptr);
+}
+
+template <class T>
+int SqlTbl<T>::setDatafromSqlResult(char** row)
+{
+    std::uint16_t boundColumns = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].pValue == nullptr) {
+            continue;
+        }
+        ++boundColumns;
+        decodeCell(columns[i], row + i);
+    }
+    return boundColumns;
+}
+
+template <class T>
+void SqlTbl<T>::decodeCell(const column_t& column, char** cell) const
+{
+    const bool hasText = cell != nullptr && *cell != nullptr;
+    switch (column.valueType) {
+    case VALUE_TYPE_UINT64:
+        decodeNumber<unsigned long long>(cell, column.pValue);
+        break;
+    case VALUE_TYPE_UINT32:
+        decodeNumber<unsigned int>(cell, column.pValue);
+        break;
+    case VALUE_TYPE_UINT16:
+        decodeNumber<unsigned short>(cell, column.pValue);
+        break;
+    case VALUE_TYPE_STRING:
+        *static_cast<std::string*>(column.pValue) = hasText ? *cell : "n/a";
+        break;
+    case VALUE_TYPE_NONE:
+    default:
+        if (hasText) {
+            convertValueFromStr(column.valueType, *cell, column.pValue);
+        } else {
+            sqlTblUtil::printWarning("unknown type");
+        }
+    }
+}
+
+template <class T>
+template <class Number>
+void SqlTbl<T>::decodeNumber(char** cell, void* field)
+{
+    Number* const number = static_cast<Number*>(field);
+    if (cell == nullptr || sqlTblUtil::setValueFromSqlResult(cell, number) != 0) {
+        *number = 0;
+    }
+}
+
+template <class T>
+std::string SqlTbl<T>::getSqlInsertValues() const
+{
+    std::string names;
+    std::string values;
+    for (const column_t& column : columns) {
+        warnIfNotBound(column);
+        names += "'" + column.name + "',";
+        values += valueText(column) + ",";
+    }
+    sqlTblUtil::eraseLastSeparator(values);
+    sqlTblUtil::eraseLastSeparator(names);
+    return "INSERT INTO " + tableName + "(" + names + ") VALUES(" + values + ")";
+}
+
+template <class T>
+std::string SqlTbl<T>::getSqlUpdateValues() const
+{
+    std::string assignments;
+    for (const column_t& column : columns) {
+        warnIfNotBound(column);
+        if (!isKey(column)) {
+            assignments += "'" + column.name + "'=" + valueText(column) + ",";
+        }
+    }
+    sqlTblUtil::eraseLastSeparator(assignments);
+    return "UPDATE " + tableName + " SET " + assignments;
+}
+
+template <class T>
+void SqlTbl<T>::warnIfNotBound(const column_t& column)
+{
+    if (column.pValue == nullptr) {
+        sqlTblUtil::printWarning("value nullptr in column " + column.name);
+    }
+}
+
+template <class T>
+std::string SqlTbl<T>::valueText(const column_t& column) const
+{
+    if (isKey(column)) {
+        return "null";
+    }
+    if (column.sqlType == "VARCHAR") {
+        return "'" + textValue(column) + "'";
+    }
+    if (column.sqlType == "INTEGER") {
+        return numberValue(column);
+    }
+    return "";
+}
+
+template <class T>
+std::string SqlTbl<T>::textValue(const column_t& column) const
+{
+    if (column.pValue == nullptr) {
+        return "null";  // a text, quoted like any other, not a database null
+    }
+    switch (column.valueType) {
+    case VALUE_TYPE_UINT64:
+    case VALUE_TYPE_UINT32:
+    case VALUE_TYPE_UINT16:
+    case VALUE_TYPE_STRING:  // a text column of any built-in kind is bound to a string
+        return *static_cast<const std::string*>(column.pValue);
+    case VALUE_TYPE_NONE:
+    default:
+        return convertValueToStr(column.valueType, column.pValue);
+    }
+}
+
+template <class T>
+std::string SqlTbl<T>::numberValue(const column_t& column) const
+{
+    if (column.pValue == nullptr) {
+        return "0";
+    }
+    switch (column.valueType) {
+    case VALUE_TYPE_UINT64:
+        return sqlTblUtil::numberText(*static_cast<const unsigned long long*>(column.pValue));
+    case VALUE_TYPE_UINT32:
+        return sqlTblUtil::numberText(*static_cast<const unsigned int*>(column.pValue));
+    case VALUE_TYPE_UINT16:
+        return sqlTblUtil::numberText(*static_cast<const unsigned short*>(column.pValue));
+    case VALUE_TYPE_STRING:
+        return "";
+    case VALUE_TYPE_NONE:
+    default:
+        return convertValueToStr(column.valueType, column.pValue);
+    }
+}

@@ -1,0 +1,22 @@
+#include "zav/ZavSqlFaultTypeDefTbl.h"
+
+template class SqlTbl<FaultTypeDef>;
+
+ZavSqlFaultTypeDefTbl::ZavSqlFaultTypeDefTbl(const std::string& name) : SqlTbl<FaultTypeDef>(name)
+{
+    ZavSqlFaultTypeDefTbl::init("");
+}
+
+void ZavSqlFaultTypeDefTbl::init(const std::string& /*name*/)
+{
+    if (!columns.empty()) {
+        return;
+    }
+    columns = {
+        {"code", "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL", VALUE_TYPE_UINT32, &record.code},
+        {"alias", "VARCHAR", VALUE_TYPE_STRING, &record.alias},
+        {"type", "VARCHAR", VALUE_TYPE_STRING, &record.type},
+        {"bug", "INTEGER", VALUE_TYPE_UINT32, &record.bug},
+        {"clear_after_cycle_nr", "INTEGER", VALUE_TYPE_UINT16, &record.clear_after_cycle_nr},
+    };
+}
