@@ -1,0 +1,165 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "zav/SqlTbl.h"
+#include "zav/export.h"
+
+struct sqlite3;
+struct FaultTypeDef;
+struct Descriptions;
+
+/// A receiver of result rows, one call per row.
+class ZAV_EXPORT Sqlite3DbCallback {
+public:
+    virtual ~Sqlite3DbCallback();
+
+    /// @param columnCount  number of entries in both arrays.
+    /// @param values       the row's cells as NUL-terminated texts; null for an SQL NULL.
+    /// @param names        the columns' names.
+    /// @return 0 to go on; any other value to end the query.
+    virtual int onRow(int columnCount, char** values, char** names) = 0;
+};
+
+/// The connection to one SQLite database file.
+///
+/// @note Not locked, by itself or by SQLite: one thread at a time.
+class ZAV_EXPORT Sqlite3Db {
+public:
+    /// Opens nothing.
+    ///
+    /// @param dbgLevel  initial debug level; above 1, each successful getTbl() writes a line.
+    explicit Sqlite3Db(std::uint32_t dbgLevel);
+
+    Sqlite3Db(const Sqlite3Db&) = delete;
+    Sqlite3Db& operator=(const Sqlite3Db&) = delete;
+
+    /// Closes a database that is still open.
+    virtual ~Sqlite3Db();
+
+    /// Opens an existing database file. Nothing is created, and SQLite reads the file only at the
+    /// first query: one that is damaged, or no database at all, opens and fails there.
+    ///
+    /// @param path      path of a regular file, or of a link to one; never taken as a URI. The name
+    ///                  ":memory:" opens an empty database in memory.
+    /// @param readOnly  true: for reading only; false: for reading and writing, or only for reading
+    ///                  where the file's permissions allow no more (see isReadOnly()).
+    /// @return 0 open; -1 a database is open already and stays so; -2 the file could not be opened
+    ///         (see lastCode() and lastErrorText()).
+    int openDb(const std::string& path, bool readOnly);
+
+    /// Closes the database.
+    ///
+    /// @return 0 closed; -1 none is open; -2 SQLite refused, since a statement is still alive: the
+    ///         database stays open and usable.
+    int closeDb();
+
+    /// Runs an SQL text and collects its result as an array of texts, in the shape of SQLite's
+    /// sqlite3_get_table(): first the column names, then the rows one after another; an SQL NULL
+    /// is a null pointer. A result without rows may have no columns either.
+    ///
+    /// @param sql               the complete text.
+    /// @param[out] result       the array; the caller's, released with sqlite3_free_table().
+    /// @param[out] rowCount     number of rows, the column names not counted.
+    /// @param[out] columnCount  number of entries per row.
+    /// @param[out] errorText    on failure SQLite's text, or null; the caller's, released with
+    ///                          sqlite3_free().
+    /// @return 0, or SQLite's result code of the failure; SQLITE_MISUSE (21) without a text when no
+    ///         database is open.
+    int getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
+                 char** errorText) const;
+
+    /// Runs a `SELECT` and decodes each row of its result into a record.
+    ///
+    /// Cells that cannot be decoded never stop the query, see SqlTbl::setDatafromSqlResult(). On
+    /// failure one line is written to standard output:
+    /// `[ERROR] SQL3::getTbl() Sql Query failed: <SQLite's text> Err=<SQLite's code>`. When SQLite
+    /// has no memory left even for that text, the line breaks off before it and `std::cout` is left
+    /// in its bad state, silent until the application clears it.
+    ///
+    /// @tparam T            type of the list's elements, constructible from an R.
+    /// @tparam R            record type of the table.
+    /// @param query         the complete text.
+    /// @param[out] records  emptied and filled, one element per row in the result's order, once the
+    ///                      query has succeeded; untouched on a negative result.
+    /// @param[in,out] table its columns are matched to the result's, which lasts (see
+    ///                      SqlTbl::reorderColumns()), and its working record holds the last row
+    ///                      afterwards. Not null.
+    /// @return the number of records (0 or more); -1 no database is open; -2 the query failed.
+    template <class T, class R>
+    int getTbl(const std::string& query, std::vector<T>& records, SqlTbl<R>* table);
+
+    /// @return path of the open database, as it was passed; empty when none is open.
+    const std::string& path() const { return m_path; }
+
+    /// @return SQLite's result code of the last openDb() or closeDb() that got as far as the file;
+    ///         0 at first.
+    std::int32_t lastCode() const { return m_lastCode; }
+
+    /// @return why the last openDb() or closeDb() failed; empty if it did not.
+    const std::string& lastErrorText() const { return m_lastErrorText; }
+
+    /// @return whether the open database can only be read; false when none is open.
+    bool isReadOnly() const { return m_readOnly; }
+
+    std::uint32_t m_dbgLevel;  ///< debug level: above 1, each successful getTbl() writes a line
+
+private:
+    std::string m_path;
+    std::int32_t m_lastCode = 0;
+
+public:
+    std::int32_t m_dbState = 0;  ///< 1 while a database is open, 0 otherwise
+
+private:
+    bool m_readOnly = false;
+    std::string m_lastErrorText;
+    sqlite3* m_pDb = nullptr;
+
+    int fail(std::int32_t code, const std::string& errorText);
+    void reportFailedQuery(const char* errorText, int code) const;
+    void reportDone() const;
+    void releaseErrorText(char* errorText) const;
+    void releaseResult(char** result) const;
+};
+
+template <class T, class R>
+int Sqlite3Db::getTbl(const std::string& query, std::vector<T>& records, SqlTbl<R>* table)
+{
+    if (m_dbState != 1) {
+        return -1;
+    }
+    char** result = nullptr;
+    int rowCount = 0;
+    int columnCount = 0;
+    char* errorText = nullptr;
+    const int code = getTable(query, &result, &rowCount, &columnCount, &errorText);
+    if (code != 0) {
+        reportFailedQuery(errorText, code);
+        releaseErrorText(errorText);
+        return -2;
+    }
+    records.clear();
+    records.reserve(static_cast<std::size_t>(rowCount));
+    const std::vector<std::string> columnNames(result, result + columnCount);
+    table->reorderColumns(columnNames);
+    char** row = result;
+    for (int i = 0; i < rowCount; ++i) {
+        row += columnCount;  // the first step passes over the column names
+        table->setDatafromSqlResult(row);
+        records.emplace_back(table->record);
+    }
+    releaseResult(result);
+    if (m_dbgLevel > 1) {
+        reportDone();
+    }
+    return static_cast<int>(records.size());
+}
+
+extern template int Sqlite3Db::getTbl<FaultTypeDef, FaultTypeDef>(
+    const std::string& query, std::vector<FaultTypeDef>& records, SqlTbl<FaultTypeDef>* table);
+extern template int Sqlite3Db::getTbl<Descriptions, Descriptions>(
+    const std::string& query, std::vector<Descriptions>& records, SqlTbl<Descriptions>* table);

@@ -1,0 +1,7 @@
+#include "zav/LogUtil.h"
+
+namespace LogUtil {
+
+std::mutex logMutex;
+
+}  // namespace LogUtil

@@ -1,0 +1,141 @@
+#include "zav/Sqlite3Db.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <memory>
+
+#include "logLine.h"
+#include "zav/Descriptions.h"
+#include "zav/FaultTypeDef.h"
+
+namespace {
+
+constexpr std::int32_t STATE_CLOSED = 0;
+constexpr std::int32_t STATE_OPEN = 1;
+
+/// How long a query waits for a writer in another process: far longer than an update of a database
+/// of this size takes, short enough for an operator to see the failure.
+constexpr int BUSY_TIMEOUT_MS = 5000;
+
+bool isRegularFile(const std::string& path)
+{
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// A path with a NUL byte in it would name another file to the system than to the caller.
+bool namesDatabase(const std::string& path)
+{
+    return path == ":memory:" || (path.find('\0') == std::string::npos && isRegularFile(path));
+}
+
+/// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
+std::string plainPath(const std::string& path)
+{
+    return path.compare(0, 5, "file:") == 0 ? "./" + path : path;
+}
+
+}  // namespace
+
+Sqlite3Db::Sqlite3Db(std::uint32_t dbgLevel) : m_dbgLevel(dbgLevel) {}
+
+Sqlite3Db::~Sqlite3Db()
+{
+    sqlite3_close_v2(m_pDb);  // with a statement still alive, the last one closes the file
+}
+
+int Sqlite3Db::openDb(const std::string& path, bool readOnly)
+{
+    if (m_pDb != nullptr) {
+        return -1;
+    }
+    if (!namesDatabase(path)) {
+        return fail(SQLITE_CANTOPEN, "not a regular file");
+    }
+    const int mode = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    sqlite3* opened = nullptr;
+    const int code =
+        sqlite3_open_v2(plainPath(path).c_str(), &opened, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
+    if (code != SQLITE_OK) {
+        return fail(code, sqlite3_errmsg(db.get()));
+    }
+    sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
+    m_path = path;
+    m_lastErrorText.clear();
+    m_lastCode = SQLITE_OK;
+    m_readOnly = sqlite3_db_readonly(db.get(), "main") == 1;
+    m_pDb = db.release();
+    m_dbState = STATE_OPEN;
+    return 0;
+}
+
+int Sqlite3Db::closeDb()
+{
+    if (m_pDb == nullptr) {
+        return -1;
+    }
+    const int code = sqlite3_close(m_pDb);
+    if (code != SQLITE_OK) {
+        return fail(code, sqlite3_errmsg(m_pDb));
+    }
+    m_pDb = nullptr;
+    m_path.clear();
+    m_lastErrorText.clear();
+    m_lastCode = SQLITE_OK;
+    m_readOnly = false;
+    m_dbState = STATE_CLOSED;
+    return 0;
+}
+
+int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
+                        char** errorText) const
+{
+    if (m_pDb == nullptr) {
+        return SQLITE_MISUSE;
+    }
+    return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
+}
+
+int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
+{
+    m_lastCode = code;
+    m_lastErrorText = errorText;
+    return -2;
+}
+
+void Sqlite3Db::reportFailedQuery(const char* errorText, int code) const
+{
+    // A failed query without an error text silences standard output: the text is written untested.
+    LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl",
+                       "Sql Query failed: ", errorText, " Err=", std::to_string(code));
+}
+
+void Sqlite3Db::reportDone() const
+{
+    LogUtil::writeLine(LogUtil::DEBUG_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl", "Done");
+}
+
+// Whoever takes the connection out of its open state while a query runs takes over the query's
+// memory with it.
+void Sqlite3Db::releaseErrorText(char* errorText) const
+{
+    if (m_dbState == STATE_OPEN) {
+        sqlite3_free(errorText);
+    }
+}
+
+void Sqlite3Db::releaseResult(char** result) const
+{
+    if (m_dbState == STATE_OPEN) {
+        sqlite3_free_table(result);
+    }
+}
+
+template int Sqlite3Db::getTbl<FaultTypeDef, FaultTypeDef>(const std::string& query,
+                                                           std::vector<FaultTypeDef>& records,
+                                                           SqlTbl<FaultTypeDef>* table);
+template int Sqlite3Db::getTbl<Descriptions, Descriptions>(const std::string& query,
+                                                           std::vector<Descriptions>& records,
+                                                           SqlTbl<Descriptions>* table);

@@ -1,0 +1,3 @@
+#include "zav/Sqlite3Db.h"
+
+Sqlite3DbCallback::~Sqlite3DbCallback() = default;
