@@ -1,0 +1,25 @@
+# 32-bit ARM Linux, hard float, with Debian's cross compiler (package g++-arm-linux-gnueabihf).
+#
+# It knows no SQLite: -DSQLite3_INCLUDE_DIR=<sysroot>/usr/include and
+# -DSQLite3_LIBRARY=<sysroot>/usr/lib/arm-linux-gnueabihf/libsqlite3.so name the target's.
+# Programs for the target run under qemu-arm where there is one (package qemu-user).
+
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+
+set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
+set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
+set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
+
+# Nothing of the build machine is taken for the target's, its programs apart.
+list(APPEND CMAKE_FIND_ROOT_PATH /usr/arm-linux-gnueabihf)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+find_program(ZAV_QEMU_ARM qemu-arm)
+mark_as_advanced(ZAV_QEMU_ARM)
+if(ZAV_QEMU_ARM AND NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)
+    set(CMAKE_CROSSCOMPILING_EMULATOR "${ZAV_QEMU_ARM};-L;/usr/arm-linux-gnueabihf")
+endif()
