@@ -182,13 +182,14 @@ void SqlTbl<T>::rebuild(const std::string& name)
 }
 
 template <class T>
-std::string SqlTbl<T>::convertValueToStr(columnValueType_t, void*) const
+std::string SqlTbl<T>::convertValueToStr(columnValueType_t /*type*/, void* /*value*/) const
 {
     return "n/a";
 }
 
 template <class T>
-void SqlTbl<T>::convertValueFromStr(columnValueType_t, const std::string&, void*) const
+void SqlTbl<T>::convertValueFromStr(columnValueType_t /*type*/, const std::string& /*text*/,
+                                    void* /*value*/) const
 {
 }
 
@@ -261,7 +262,7 @@ template <class T>
 template <class Number>
 void SqlTbl<T>::decodeNumber(char** cell, void* field)
 {
-    Number* const number = static_cast<Number*>(field);
+    auto* const number = static_cast<Number*>(field);
     if (cell == nullptr || sqlTblUtil::setValueFromSqlResult(cell, number) != 0) {
         *number = 0;
     }

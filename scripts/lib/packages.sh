@@ -23,8 +23,10 @@ need_packages() {
     echo "Installing with apt-get, $why: ${missing[*]}"
     local as_root=()
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-    "${as_root[@]}" apt-get -qq update &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get -qq install --yes --no-install-recommends "${missing[@]}" >/dev/null ||
-        { echo "error: apt-get could not install: ${missing[*]}" >&2; return 1; }
+    if ! "${as_root[@]}" apt-get -qq update ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get -qq install --yes --no-install-recommends "${missing[@]}" >/dev/null; then
+        echo "error: apt-get could not install: ${missing[*]}" >&2
+        return 1
+    fi
 }

@@ -113,6 +113,7 @@ TEST(LogUtil, LinesOfTenThreadsAreNotTorn)
     {
         const CoutRedirect redirect(buffer);
         std::vector<std::thread> threads;
+        threads.reserve(THREADS);
         for (int i = 0; i < THREADS; ++i) {
             threads.emplace_back([i] {
                 for (int line = 0; line < LINES; ++line) {
