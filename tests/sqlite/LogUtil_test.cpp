@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <future>
 #include <mutex>
 #include <set>
 #include <sstream>
@@ -15,6 +14,7 @@
 #include "support/CoutCapture.h"
 #include "support/CoutRedirect.h"
 #include "support/FailingLogMutex.h"
+#include "support/LockProbe.h"
 #include "zav/sqlTblUtil.h"
 
 namespace {
@@ -46,52 +46,6 @@ protected:
 private:
     std::mutex m_mutex;
     std::string m_text;
-};
-
-/// Sees for each access whether the log lock is held.
-class LockProbe : public std::streambuf {
-public:
-    int withLock() const { return m_withLock; }
-    int withoutLock() const { return m_withoutLock; }
-    int flushes() const { return m_flushes; }
-
-protected:
-    std::streamsize xsputn(const char* /*piece*/, std::streamsize length) override
-    {
-        probe();
-        return length;
-    }
-
-    int_type overflow(int_type character) override
-    {
-        probe();
-        return character;
-    }
-
-    int sync() override
-    {
-        probe();
-        ++m_flushes;
-        return 0;
-    }
-
-private:
-    static bool isLockFree()
-    {
-        const std::unique_lock<std::mutex> lock(LogUtil::logMutex, std::try_to_lock);
-        return lock.owns_lock();
-    }
-
-    void probe()
-    {
-        // On another thread: the one that writes must not try a lock that it holds.
-        const bool isFree = std::async(std::launch::async, isLockFree).get();
-        ++(isFree ? m_withoutLock : m_withLock);
-    }
-
-    int m_withLock = 0;
-    int m_withoutLock = 0;
-    int m_flushes = 0;
 };
 
 /// @return the lines with their line ends, in no order.
@@ -148,6 +102,7 @@ TEST(LogUtil, LockIsHeldFromThePrefixToTheFlush)
     EXPECT_GT(probe.withLock(), 0);
     EXPECT_EQ(probe.withoutLock(), 0);
     EXPECT_EQ(probe.flushes(), 1);
+    EXPECT_EQ(probe.flushedText(), "[ERROR] SQL3::printError() message\n");
 }
 
 TEST(LogUtil, LockIsFreeAfterALine)

@@ -11,6 +11,8 @@ SqlTrace* g_current = nullptr;
 struct SqlTrace::Hook {
     static int onOpen(sqlite3* db, char** /*errorText*/, const sqlite3_api_routines* /*api*/)
     {
+        ++g_current->m_opened;
+        g_current->m_connection = db;
         return sqlite3_trace_v2(db, SQLITE_TRACE_STMT | SQLITE_TRACE_CLOSE, onEvent, nullptr);
     }
 

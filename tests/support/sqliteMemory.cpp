@@ -1,0 +1,35 @@
+#include "support/sqliteMemory.h"
+
+#include <dlfcn.h>
+#include <sqlite3.h>
+
+namespace {
+TableMemory g_lastTableMemory;
+}
+
+NoSqliteMemory::NoSqliteMemory()
+{
+    sqlite3_hard_heap_limit64(1);
+}
+
+NoSqliteMemory::~NoSqliteMemory()
+{
+    sqlite3_hard_heap_limit64(0);
+    sqlite3_soft_heap_limit64(0);  // the hard limit has lowered it
+}
+
+const TableMemory& lastTableMemory()
+{
+    return g_lastTableMemory;
+}
+
+// Stands before SQLite's own, since a program's functions come before those of its libraries.
+int sqlite3_get_table(sqlite3* db, const char* sql, char*** result, int* rowCount, int* columnCount,
+                      char** errorText)
+{
+    static const auto original =
+        reinterpret_cast<decltype(&sqlite3_get_table)>(dlsym(RTLD_NEXT, "sqlite3_get_table"));
+    const int code = original(db, sql, result, rowCount, columnCount, errorText);
+    g_lastTableMemory = {*result, *errorText};
+    return code;
+}
