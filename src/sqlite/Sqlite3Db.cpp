@@ -5,6 +5,9 @@
 
 #include <memory>
 
+#include "QueryBudget.h"
+#include "hardening.h"
+#include "hotJournal.h"
 #include "logLine.h"
 #include "zav/Descriptions.h"
 #include "zav/FaultTypeDef.h"
@@ -62,6 +65,15 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
         return fail(code, sqlite3_errmsg(db.get()));
     }
     sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
+    harden(db.get());
+    if (readOnly) {
+        restrictToReading(db.get());
+    }
+    // Here and not only at the first query: rolling back takes as long as the update was large.
+    readHeader(db.get());
+    if (needsRollback(db.get())) {
+        rollBack(db.get(), BUSY_TIMEOUT_MS);
+    }
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
@@ -95,7 +107,21 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
     if (m_pDb == nullptr) {
         return SQLITE_MISUSE;
     }
-    return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
+    const auto runQuery = [&] {
+        return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
+    };
+    if (!m_readOnly) {
+        return runQuery();
+    }
+    const QueryBudget budget(m_pDb);
+    const int code = runQuery();
+    if (!needsRollback(m_pDb)) {
+        return code;
+    }
+    // A writer has died since the file was opened.
+    sqlite3_free(*errorText);
+    rollBack(m_pDb, BUSY_TIMEOUT_MS);
+    return runQuery();
 }
 
 int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)

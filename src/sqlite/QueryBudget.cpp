@@ -1,0 +1,64 @@
+#include "QueryBudget.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <time.h>
+
+#include <algorithm>
+
+namespace {
+
+/// Steps of SQLite's machine between two looks at the clock: so many that a look costs nothing, so
+/// few that they cannot take long even on the longest texts. Most lookups end before the first.
+constexpr int STEPS_PER_LOOK = 1000;
+
+/// Of the processor's time, so that neither a busy device nor a wait for a writer counts. Reading a
+/// hundred thousand texts takes a slow device one second.
+constexpr std::chrono::seconds MOST_PROCESSOR_TIME(10);
+
+/// A cell takes one byte of the file at the least and some 40 bytes of a result: no table comes to
+/// more than this, a view without end does.
+constexpr long long MOST_MEMORY_PER_FILE_BYTE = 64;
+constexpr long long MOST_MEMORY_OF_SMALL_FILE = 64LL * 1024 * 1024;
+
+std::chrono::nanoseconds processorTime()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+long long fileSize(sqlite3* db)
+{
+    struct stat status = {};
+    return stat(sqlite3_db_filename(db, "main"), &status) == 0 ? status.st_size : 0;
+}
+
+}  // namespace
+
+QueryBudget::QueryBudget(sqlite3* db) : m_db(db)
+{
+    sqlite3_progress_handler(db, STEPS_PER_LOOK, isSpent, this);
+}
+
+QueryBudget::~QueryBudget()
+{
+    sqlite3_progress_handler(m_db, 0, nullptr, nullptr);
+}
+
+int QueryBudget::isSpent(void* budget)
+{
+    QueryBudget& self = *static_cast<QueryBudget*>(budget);
+    if (!self.m_started) {
+        self.start();
+    }
+    return sqlite3_memory_used() > self.m_mostMemory || processorTime() > self.m_lastProcessorTime;
+}
+
+void QueryBudget::start()
+{
+    m_started = true;
+    m_lastProcessorTime = processorTime() + MOST_PROCESSOR_TIME;
+    m_mostMemory = sqlite3_memory_used() +
+                   std::max(MOST_MEMORY_OF_SMALL_FILE, MOST_MEMORY_PER_FILE_BYTE * fileSize(m_db));
+}
