@@ -28,7 +28,8 @@ public:
     static DescriptionDb* getInstance();
 
     /// Opens a database file, read-only. Nothing is created. A file that is damaged, or no database
-    /// at all, opens: SQLite reads it at the first query, which then fails.
+    /// at all, opens: its queries fail. What a writer that died has half done is rolled back first;
+    /// see Sqlite3Db::openDb().
     ///
     /// Writes `[DEBUG] ZAV::openDb() <path>` before opening from level 2 up,
     /// `[DEBUG] ZAV::openDb() OK` after success from level 1 up, and

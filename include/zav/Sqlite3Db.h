@@ -40,8 +40,18 @@ public:
     /// Closes a database that is still open.
     virtual ~Sqlite3Db();
 
-    /// Opens an existing database file. Nothing is created, and SQLite reads the file only at the
-    /// first query: one that is damaged, or no database at all, opens and fails there.
+    /// Opens an existing database file. Nothing is created. One that is damaged, or no database at
+    /// all, opens: its queries fail.
+    ///
+    /// What a writer that died in mid-transaction has half done is rolled back, if the file and its
+    /// folder can be written; otherwise the queries fail. The same holds for a writer that dies
+    /// later. A file that a writer has locked opens at once; a query then waits for up to 5 s.
+    ///
+    /// No SQL text can load an extension or damage the file on purpose, and the file's views call
+    /// no function with side effects. A connection that can only read is held to more: no write of
+    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger, no text
+    /// or row above 16 MiB, and no query beyond 10 s of processor time or beyond 64 times the
+    /// file's size in memory (at least 64 MiB), which ends as "interrupted" (9).
     ///
     /// @param path      path of a regular file, or of a link to one; never taken as a URI. The name
     ///                  ":memory:" opens an empty database in memory.

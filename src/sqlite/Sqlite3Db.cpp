@@ -64,9 +64,9 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (code != SQLITE_OK) {
         return fail(code, sqlite3_errmsg(db.get()));
     }
-    sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
+    const bool canOnlyRead = sqlite3_db_readonly(db.get(), "main") == 1;
     harden(db.get());
-    if (readOnly) {
+    if (canOnlyRead) {
         restrictToReading(db.get());
     }
     // Here and not only at the first query: rolling back takes as long as the update was large.
@@ -74,10 +74,13 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (needsRollback(db.get())) {
         rollBack(db.get(), BUSY_TIMEOUT_MS);
     }
+    // Not earlier: a file that a writer has locked is left to the first query, which would not wait
+    // if this first read had waited in vain.
+    sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
-    m_readOnly = sqlite3_db_readonly(db.get(), "main") == 1;
+    m_readOnly = canOnlyRead;
     m_pDb = db.release();
     m_dbState = STATE_OPEN;
     return 0;

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+
+#include "support/TempDir.h"
+#include "support/autoExtension.h"
+#include "support/database.h"
+#include "support/query.h"
+#include "zav/Sqlite3Db.h"
+
+namespace {
+
+constexpr const char* RECORDS =
+    "INSERT INTO fault_type_definition VALUES (17, 'E017', 'error', 3, 5);"
+    "INSERT INTO descriptions VALUES (1, 17, 2, 'Overheat', 'Too hot', '', '', 'Cool down')";
+
+sqlite3* g_opened = nullptr;
+
+/// Stands for a SQLite whose build, or whose application, allows everything.
+int allowEverything(sqlite3* db, char** /*errorText*/, const sqlite3_api_routines* /*api*/)
+{
+    g_opened = db;
+    for (const int option :
+         {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER,
+          SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER}) {
+        sqlite3_db_config(db, option, 1, nullptr);
+    }
+    sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+    return sqlite3_exec(db, "PRAGMA cell_size_check=OFF", nullptr, nullptr, nullptr);
+}
+
+class Hardening : public testing::Test {
+protected:
+    Hardening() { addAutoExtension(allowEverything); }
+    ~Hardening() override { removeAutoExtension(allowEverything); }
+
+    void open(bool readOnly) { ASSERT_EQ(m_db.openDb(m_file, readOnly), 0); }
+
+    void openWithSql(const std::string& sql, bool readOnly = true)
+    {
+        runSql(m_file, sql);
+        open(readOnly);
+    }
+
+    static int option(int which)
+    {
+        int value = -1;
+        sqlite3_db_config(g_opened, which, -1, &value);
+        return value;
+    }
+
+    TempDir m_dir;
+    const std::string m_file = makeDatabase(m_dir.file("faults.db"), RECORDS);
+    Sqlite3Db m_db{0};
+};
+
+template <class Case>
+std::string nameOf(const testing::TestParamInfo<Case>& tested)
+{
+    return tested.param.name;
+}
+
+struct Switch {
+    const char* name;
+    int option;
+    int whenReading;
+    int whenWriting;
+};
+
+class Switches : public Hardening, public testing::WithParamInterface<Switch> {};
+
+TEST_P(Switches, AreSetWhateverTheDefault)
+{
+    open(true);
+    EXPECT_EQ(option(GetParam().option), GetParam().whenReading);
+    ASSERT_EQ(m_db.closeDb(), 0);
+    open(false);
+    EXPECT_EQ(option(GetParam().option), GetParam().whenWriting);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Hardening, Switches,
+    testing::Values(Switch{"LoadExtension", SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, 0},
+                    Switch{"Fts3Tokenizer", SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER, 0, 0},
+                    Switch{"Defensive", SQLITE_DBCONFIG_DEFENSIVE, 1, 1},
+                    Switch{"TrustedSchema", SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, 0},
+                    Switch{"Trigger", SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, 1},
+                    Switch{"View", SQLITE_DBCONFIG_ENABLE_VIEW, 1, 1}),
+    nameOf<Switch>);
+
+struct Refusal {
+    const char* name;
+    const char* sql;
+    const char* outcome;
+};
+
+class Refusals : public Hardening, public testing::WithParamInterface<Refusal> {};
+
+TEST_P(Refusals, ComeFromAReadingConnection)
+{
+    open(true);
+    EXPECT_EQ(query(m_db, GetParam().sql), GetParam().outcome);
+}
+
+constexpr const char* READ_ONLY = "8: attempt to write a readonly database";
+constexpr const char* NO_ATTACHING = "1: too many attached databases - max 0";
+
+INSTANTIATE_TEST_SUITE_P(
+    Hardening, Refusals,
+    testing::Values(Refusal{"Insert", "INSERT INTO fault_type_definition(alias) VALUES ('x')",
+                            READ_ONLY},
+                    Refusal{"Update", "UPDATE fault_type_definition SET alias = 'x'", READ_ONLY},
+                    Refusal{"Delete", "DELETE FROM descriptions", READ_ONLY},
+                    Refusal{"CreateTable", "CREATE TABLE x(y)", READ_ONLY},
+                    Refusal{"CreateTemporaryTable", "CREATE TEMP TABLE x AS SELECT 1", READ_ONLY},
+                    Refusal{"Drop", "DROP TABLE descriptions", READ_ONLY},
+                    Refusal{"UserVersion", "PRAGMA user_version = 7", READ_ONLY},
+                    Refusal{"Vacuum", "VACUUM", NO_ATTACHING},
+                    Refusal{"Attach", "ATTACH '/tmp/zav-never-made.db' AS x", NO_ATTACHING},
+                    Refusal{"AttachMemory", "ATTACH ':memory:' AS x", NO_ATTACHING},
+                    Refusal{"VacuumInto", "VACUUM INTO '/tmp/zav-never-made.db'", NO_ATTACHING},
+                    Refusal{"LoadExtension", "SELECT load_extension('/tmp/zav-never-made.so')",
+                            "1: not authorized"},
+                    Refusal{"CellSizeCheckIsOn", "PRAGMA cell_size_check", "cell_size_check|1"},
+                    Refusal{"TemporaryFilesAreOff", "PRAGMA temp_store", "temp_store|2"},
+                    Refusal{"TooLongValue", "SELECT zeroblob(16 * 1024 * 1024 + 1)",
+                            "18: string or blob too big"}),
+    nameOf<Refusal>);
+
+TEST_F(Hardening, ViewCallingAnUnsafeFunctionIsRefused)
+{
+    openWithSql("CREATE VIEW v AS SELECT load_extension('x')");
+    EXPECT_EQ(query(m_db, "SELECT * FROM v"), "1: unsafe use of load_extension()");
+}
+
+TEST_F(Hardening, OrdinaryViewIsRead)
+{
+    openWithSql(
+        "CREATE VIEW v AS SELECT upper(alias) AS a, count(*) AS n FROM fault_type_definition "
+        "JOIN descriptions ON id_fault_type = code GROUP BY code ORDER BY a");
+    EXPECT_EQ(query(m_db, "SELECT * FROM v"), "a|n|E017|1");
+}
+
+TEST_F(Hardening, LongestValueIsRead)
+{
+    open(true);
+    EXPECT_EQ(query(m_db, "SELECT length(zeroblob(16 * 1024 * 1024 - 100)) AS n"), "n|16777116");
+}
+
+TEST_F(Hardening, WritingConnectionWritesAttachesAndFiresTriggers)
+{
+    openWithSql(
+        "CREATE TABLE log(alias);"
+        "CREATE TRIGGER t AFTER UPDATE ON fault_type_definition "
+        "BEGIN INSERT INTO log VALUES (new.alias); END",
+        false);
+    EXPECT_EQ(query(m_db, "UPDATE fault_type_definition SET alias = 'new'"), "");
+    EXPECT_EQ(query(m_db, "SELECT alias FROM log"), "alias|new");
+    EXPECT_EQ(query(m_db, "CREATE TEMP TABLE x(y)"), "");
+    EXPECT_EQ(query(m_db, "ATTACH ':memory:' AS m"), "");
+}
+
+std::set<std::string> filesIn(const std::string& directory)
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+        names.insert(entry.path().filename());
+    }
+    return names;
+}
+
+TEST_F(Hardening, NothingIsWrittenByAnyUse)
+{
+    const std::string before = contents(m_file);
+    open(true);
+    for (const char* sql : {"SELECT * FROM descriptions", "DELETE FROM descriptions", "VACUUM",
+                            "BEGIN IMMEDIATE", "PRAGMA journal_mode=WAL", "no SQL at all"}) {
+        query(m_db, sql);
+    }
+    ASSERT_EQ(m_db.closeDb(), 0);
+    EXPECT_EQ(contents(m_file), before);
+    EXPECT_EQ(filesIn(m_dir.path()), std::set<std::string>{"faults.db"});
+}
+
+TEST_F(Hardening, MemoryDatabaseOpensForReadingAndForWriting)
+{
+    for (const bool readOnly : {true, false}) {
+        ASSERT_EQ(m_db.openDb(":memory:", readOnly), 0);
+        EXPECT_EQ(query(m_db, "SELECT 1 AS n"), "n|1");
+        ASSERT_EQ(m_db.closeDb(), 0);
+    }
+}
+
+}  // namespace
