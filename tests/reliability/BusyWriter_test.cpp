@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int READS = 200;
+constexpr int READS = 100;
 constexpr std::size_t GENERATIONS_SEEN = 5;
 
 /// A process that updates every row over and over, parameter: the journal mode.
