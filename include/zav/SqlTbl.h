@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -36,21 +35,19 @@ public:
     /// The kind of field that a column is bound to. Values from 5 up are a derived table's own: it
     /// gives them a meaning by overriding convertValueToStr() and convertValueFromStr().
     enum columnValueType_t : std::uint32_t {
-        VALUE_TYPE_NONE = 0,    ///< not bound; the column of a result that the table does not know
-        VALUE_TYPE_UINT64 = 1,  ///< unsigned long long
-        VALUE_TYPE_UINT32 = 2,  ///< unsigned int
-        VALUE_TYPE_UINT16 = 3,  ///< unsigned short
-        VALUE_TYPE_STRING = 4   ///< std::string
+        VALUE_TYPE_NONE = sqlTblUtil::FIELD_NONE,      ///< 0: not bound; a column of a result that
+                                                       ///< the table does not know
+        VALUE_TYPE_UINT64 = sqlTblUtil::FIELD_UINT64,  ///< 1: unsigned long long
+        VALUE_TYPE_UINT32 = sqlTblUtil::FIELD_UINT32,  ///< 2: unsigned int
+        VALUE_TYPE_UINT16 = sqlTblUtil::FIELD_UINT16,  ///< 3: unsigned short
+        VALUE_TYPE_STRING = sqlTblUtil::FIELD_STRING   ///< 4: std::string
     };
 
     /// One column. Copying it copies the pointer: the copy is bound to the same field.
     struct column_t {
         column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr) {}
-        column_t(const std::string& columnName, const std::string& columnSqlType,
-                 columnValueType_t columnValueType, void* field)
-            : name(columnName), sqlType(columnSqlType), valueType(columnValueType), pValue(field)
-        {
-        }
+        column_t(const char* columnName, const char* columnSqlType,
+                 columnValueType_t columnValueType, void* field);
 
         std::string name;             ///< as in the database; matched exactly, letter case included
         std::string sqlType;          ///< SQL type and constraints
@@ -146,19 +143,18 @@ public:
     std::string tableName;          ///< set by the constructor, never changed afterwards
 
 private:
-    static bool isKey(const column_t& column)
-    {
-        return column.sqlType == "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
-    }
-    static void warnIfNotBound(const column_t& column);
     column_t columnFor(const std::string& resultColumnName) const;
-    template <class Number>
-    static void decodeNumber(char** cell, void* field);
     void decodeCell(const column_t& column, char** cell) const;
     std::string valueText(const column_t& column) const;
-    std::string textValue(const column_t& column) const;
-    std::string numberValue(const column_t& column) const;
 };
+
+// Not inline: a table's column list calls it once per column.
+template <class T>
+SqlTbl<T>::column_t::column_t(const char* columnName, const char* columnSqlType,
+                              columnValueType_t columnValueType, void* field)
+    : name(columnName), sqlType(columnSqlType), valueType(columnValueType), pValue(field)
+{
+}
 
 template <class T>
 std::string SqlTbl<T>::getSqlInsertValuesQuery(const T& rec)
@@ -210,11 +206,14 @@ void SqlTbl<T>::reorderColumns(const std::vector<std::string>& resultColumnNames
 template <class T>
 typename SqlTbl<T>::column_t SqlTbl<T>::columnFor(const std::string& resultColumnName) const
 {
-    const auto found = std::find_if(
-        columns.begin(), columns.end(),
-        [&resultColumnName](const column_t& column) { return column.name == resultColumnName; });
-    return found != columns.end() ? *found
-                                  : column_t(resultColumnName, "", VALUE_TYPE_NONE, nullptr);
+    for (const column_t& column : columns) {
+        if (column.name == resultColumnName) {
+            return column;
+        }
+    }
+    column_t notKnown;
+    notKnown.name = resultColumnName;
+    return notKnown;
 }
 
 template <class T>
@@ -234,37 +233,12 @@ int SqlTbl<T>::setDatafromSqlResult(char** row)
 template <class T>
 void SqlTbl<T>::decodeCell(const column_t& column, char** cell) const
 {
-    const bool hasText = cell != nullptr && *cell != nullptr;
-    switch (column.valueType) {
-    case VALUE_TYPE_UINT64:
-        decodeNumber<unsigned long long>(cell, column.pValue);
-        break;
-    case VALUE_TYPE_UINT32:
-        decodeNumber<unsigned int>(cell, column.pValue);
-        break;
-    case VALUE_TYPE_UINT16:
-        decodeNumber<unsigned short>(cell, column.pValue);
-        break;
-    case VALUE_TYPE_STRING:
-        *static_cast<std::string*>(column.pValue) = hasText ? *cell : "n/a";
-        break;
-    case VALUE_TYPE_NONE:
-    default:
-        if (hasText) {
-            convertValueFromStr(column.valueType, *cell, column.pValue);
-        } else {
-            sqlTblUtil::printWarning("unknown type");
-        }
-    }
-}
-
-template <class T>
-template <class Number>
-void SqlTbl<T>::decodeNumber(char** cell, void* field)
-{
-    auto* const number = static_cast<Number*>(field);
-    if (cell == nullptr || sqlTblUtil::setValueFromSqlResult(cell, number) != 0) {
-        *number = 0;
+    if (sqlTblUtil::isBuiltIn(column.valueType)) {
+        sqlTblUtil::decodeField(column.valueType, column.pValue, cell);
+    } else if (cell != nullptr && *cell != nullptr) {
+        convertValueFromStr(column.valueType, *cell, column.pValue);
+    } else {
+        sqlTblUtil::printWarning("unknown type");
     }
 }
 
@@ -274,7 +248,7 @@ std::string SqlTbl<T>::getSqlInsertValues() const
     std::string names;
     std::string values;
     for (const column_t& column : columns) {
-        warnIfNotBound(column);
+        sqlTblUtil::warnIfNotBound(column.pValue, column.name);
         names += "'" + column.name + "',";
         values += valueText(column) + ",";
     }
@@ -288,8 +262,8 @@ std::string SqlTbl<T>::getSqlUpdateValues() const
 {
     std::string assignments;
     for (const column_t& column : columns) {
-        warnIfNotBound(column);
-        if (!isKey(column)) {
+        sqlTblUtil::warnIfNotBound(column.pValue, column.name);
+        if (!sqlTblUtil::isKey(column.sqlType)) {
             assignments += "'" + column.name + "'=" + valueText(column) + ",";
         }
     }
@@ -298,63 +272,12 @@ std::string SqlTbl<T>::getSqlUpdateValues() const
 }
 
 template <class T>
-void SqlTbl<T>::warnIfNotBound(const column_t& column)
-{
-    if (column.pValue == nullptr) {
-        sqlTblUtil::printWarning("value nullptr in column " + column.name);
-    }
-}
-
-template <class T>
 std::string SqlTbl<T>::valueText(const column_t& column) const
 {
-    if (isKey(column)) {
-        return "null";
+    const bool isOwnKind = column.pValue != nullptr && !sqlTblUtil::isBuiltIn(column.valueType);
+    if (isOwnKind && sqlTblUtil::takesValue(column.sqlType)) {
+        return sqlTblUtil::literal(column.sqlType,
+                                   convertValueToStr(column.valueType, column.pValue));
     }
-    if (column.sqlType == "VARCHAR") {
-        return "'" + textValue(column) + "'";
-    }
-    if (column.sqlType == "INTEGER") {
-        return numberValue(column);
-    }
-    return "";
-}
-
-template <class T>
-std::string SqlTbl<T>::textValue(const column_t& column) const
-{
-    if (column.pValue == nullptr) {
-        return "null";  // a text, quoted like any other, not a database null
-    }
-    switch (column.valueType) {
-    case VALUE_TYPE_UINT64:
-    case VALUE_TYPE_UINT32:
-    case VALUE_TYPE_UINT16:
-    case VALUE_TYPE_STRING:  // a text column of any built-in kind is bound to a string
-        return *static_cast<const std::string*>(column.pValue);
-    case VALUE_TYPE_NONE:
-    default:
-        return convertValueToStr(column.valueType, column.pValue);
-    }
-}
-
-template <class T>
-std::string SqlTbl<T>::numberValue(const column_t& column) const
-{
-    if (column.pValue == nullptr) {
-        return "0";
-    }
-    switch (column.valueType) {
-    case VALUE_TYPE_UINT64:
-        return sqlTblUtil::numberText(*static_cast<const unsigned long long*>(column.pValue));
-    case VALUE_TYPE_UINT32:
-        return sqlTblUtil::numberText(*static_cast<const unsigned int*>(column.pValue));
-    case VALUE_TYPE_UINT16:
-        return sqlTblUtil::numberText(*static_cast<const unsigned short*>(column.pValue));
-    case VALUE_TYPE_STRING:
-        return "";
-    case VALUE_TYPE_NONE:
-    default:
-        return convertValueToStr(column.valueType, column.pValue);
-    }
+    return sqlTblUtil::valueText(column.sqlType, column.valueType, column.pValue);
 }

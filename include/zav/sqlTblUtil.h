@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <typeinfo>
@@ -7,8 +8,23 @@
 #include "zav/export.h"
 
 /// What the table model needs beside its columns: the reporters of one message each, the decoder of
-/// a number cell, and the pieces of a statement text that do not depend on the record type.
+/// a number cell, and the handling of fields and values that does not depend on the record type.
 namespace sqlTblUtil {
+
+/// The kinds of field that the table model handles itself, see SqlTbl::columnValueType_t.
+enum FieldKind : std::uint32_t {
+    FIELD_NONE = 0,
+    FIELD_UINT64 = 1,
+    FIELD_UINT32 = 2,
+    FIELD_UINT16 = 3,
+    FIELD_STRING = 4
+};
+
+/// @return whether it is one of the four kinds that a field can be of.
+inline bool isBuiltIn(std::uint32_t kind)
+{
+    return kind >= FIELD_UINT64 && kind <= FIELD_STRING;
+}
 
 /// Writes the line `[ERROR] SQL3::printError() <message>` to standard output and flushes it.
 ///
@@ -25,6 +41,33 @@ ZAV_EXPORT void printWarning(const std::string& message);
 /// @return the number in the default formatting of a fresh output stream: unsigned decimal without
 ///         sign or fill, grouped only if the global locale groups digits.
 ZAV_EXPORT std::string numberText(unsigned long long number);
+
+/// @return whether a column of this SQL type is the key, which the database assigns.
+ZAV_EXPORT bool isKey(const std::string& sqlType);
+
+/// @return whether a column of this SQL type has its field's value in a statement text.
+ZAV_EXPORT bool takesValue(const std::string& sqlType);
+
+/// @return the text as a value in a statement: in single quotes for "VARCHAR", else bare.
+ZAV_EXPORT std::string literal(const std::string& sqlType, const std::string& text);
+
+/// Writes what a column has as its value in a statement.
+///
+/// @param field  null: the column is not bound. Otherwise a field of a built-in kind.
+/// @return "null" for the key; the literal of the field for a column that takes a value; empty for
+///         any other.
+ZAV_EXPORT std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field);
+
+/// Warns of a column that is not bound to a field, through printWarning().
+///
+/// @param field  null: it is not.
+ZAV_EXPORT void warnIfNotBound(const void* field, const std::string& columnName);
+
+/// Decodes one cell of a result row into a field of a built-in kind: a number that is NULL or
+/// unreadable becomes 0, a NULL text "n/a".
+///
+/// @param cell  the position of the cell in its row; null in a null row only.
+ZAV_EXPORT void decodeField(std::uint32_t kind, void* field, char** cell);
 
 /// Erases the last comma of a list and everything behind it.
 ///
