@@ -65,7 +65,7 @@ protected:
         table.record = Sample();
     }
 
-    void bindText(SampleTbl& table, const std::string& name, std::uint32_t type, void* field)
+    void bindText(SampleTbl& table, const char* name, std::uint32_t type, void* field)
     {
         table.columns = {{"first", VARCHAR, SampleTbl::VALUE_TYPE_STRING, &table.record.text},
                          {name, VARCHAR, OwnKindsTbl::kind(type), field}};
