@@ -229,19 +229,21 @@ TEST_F(Sqlite3DbTest, NameLikeAUriIsReadFromTheFileOfThatName)
 
 TEST_F(Sqlite3DbTest, MemoryNameOpensAnEmptyDatabaseInMemory)
 {
-    makeDatabase("./:memory:", ONE_FAULT);
     ASSERT_EQ(m_db.openDb(":memory:", false), 0);
     EXPECT_EQ(m_db.path(), ":memory:");
     EXPECT_FALSE(m_db.isReadOnly());
-    {
-        const Table table(m_db, "SELECT count(*) FROM sqlite_schema");
-        EXPECT_STREQ(table.cells[1], "0");
-    }
     EXPECT_EQ(Table(m_db, "CREATE TABLE t(a)").code, 0);
     EXPECT_EQ(m_db.closeDb(), 0);
     EXPECT_EQ(m_db.openDb(":memory:", true), 0);
     EXPECT_EQ(Table(m_db, "SELECT * FROM t").code, 1);
-    EXPECT_EQ(namesInDir(), (std::vector<std::string>{":memory:"}));
+    EXPECT_EQ(namesInDir(), std::vector<std::string>());
+}
+
+TEST_F(Sqlite3DbTest, MemoryNameIsNotReadFromAFileOfThatName)
+{
+    makeDatabase("./:memory:", ONE_FAULT);
+    ASSERT_EQ(m_db.openDb(":memory:", true), 0);
+    EXPECT_EQ(Table(m_db, "SELECT * FROM fault_type_definition").code, 1);
 }
 
 TEST_F(Sqlite3DbTest, ReadOnlyRefusesToWrite)
