@@ -21,6 +21,12 @@ constexpr std::int32_t STATE_OPEN = 1;
 /// of this size takes, short enough for an operator to see the failure.
 constexpr int BUSY_TIMEOUT_MS = 5000;
 
+/// A lookup without an index scans its table, and of a file larger than SQLite's own cache of 2 MB
+/// each scan reads every page again. This many KiB hold any file whose ids fit their 16 bits: 65535
+/// texts of 300 bytes each. A smaller file takes no more than its own size, since only pages that
+/// have been read are kept. No mapping into memory: an I/O error there is a signal, not a code.
+constexpr const char* ENLARGE_PAGE_CACHE = "PRAGMA cache_size=-20480";
+
 bool isRegularFile(const std::string& path)
 {
     struct stat status = {};
@@ -74,6 +80,8 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (needsRollback(db.get())) {
         rollBack(db.get(), BUSY_TIMEOUT_MS);
     }
+    // It reads the schema: of a file that cannot be read now, SQLite keeps its own cache.
+    sqlite3_exec(db.get(), ENLARGE_PAGE_CACHE, nullptr, nullptr, nullptr);
     // Not earlier: a file that a writer has locked is left to the first query, which would not wait
     // if this first read had waited in vain.
     sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
