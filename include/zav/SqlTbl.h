@@ -48,6 +48,13 @@ public:
         column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr) {}
         column_t(const char* columnName, const char* columnSqlType,
                  columnValueType_t columnValueType, void* field);
+        /// For other kinds of text; a template, so that only who uses it has it compiled.
+        template <class Name, class SqlType>
+        column_t(const Name& columnName, const SqlType& columnSqlType,
+                 columnValueType_t columnValueType, void* field)
+            : name(columnName), sqlType(columnSqlType), valueType(columnValueType), pValue(field)
+        {
+        }
 
         std::string name;             ///< as in the database; matched exactly, letter case included
         std::string sqlType;          ///< SQL type and constraints
