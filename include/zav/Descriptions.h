@@ -13,7 +13,9 @@
 /// that is NULL in the database reads "n/a".
 struct ZAV_EXPORT Descriptions {
     Descriptions();
+    /// Copies every field.
     Descriptions(const Descriptions& other);
+    /// Copies every field.
     Descriptions& operator=(const Descriptions& other);
     virtual ~Descriptions();
 
@@ -24,9 +26,9 @@ struct ZAV_EXPORT Descriptions {
     std::uint16_t id_fault_type = 0;
     /// Number of the language. 16 bits, 0 to 65535; a larger number in the file reads as 0.
     std::uint16_t id_language = 0;
-    std::string name;
-    std::string short_description;
-    std::string description;
-    std::string comment;
-    std::string remedy;
+    std::string name;               ///< what the fault is called
+    std::string short_description;  ///< for a line of a list or a small display
+    std::string description;        ///< what has happened
+    std::string comment;            ///< a note
+    std::string remedy;             ///< what to do
 };

@@ -12,7 +12,9 @@
 /// every string empty. Strings are the database's bytes unchanged; no encoding is imposed.
 struct ZAV_EXPORT FaultTypeDef {
     FaultTypeDef();
+    /// Copies every field.
     FaultTypeDef(const FaultTypeDef& other);
+    /// Copies every field.
     FaultTypeDef& operator=(const FaultTypeDef& other);
     ~FaultTypeDef();
 

@@ -45,7 +45,12 @@ public:
 
     /// One column. Copying it copies the pointer: the copy is bound to the same field.
     struct column_t {
+        /// Not bound: no name, no type.
         column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr) {}
+        /// @param columnName       the later `name`
+        /// @param columnSqlType    the later `sqlType`
+        /// @param columnValueType  the later `valueType`
+        /// @param field            the later `pValue`
         column_t(const char* columnName, const char* columnSqlType,
                  columnValueType_t columnValueType, void* field);
         /// For other kinds of text; a template, so that only who uses it has it compiled.

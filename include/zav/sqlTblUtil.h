@@ -55,20 +55,25 @@ ZAV_EXPORT std::string literal(const std::string& sqlType, const std::string& te
 
 /// Writes what a column has as its value in a statement.
 ///
-/// @param field  null: the column is not bound. Otherwise a field of a built-in kind.
+/// @param sqlType  the column's SQL type.
+/// @param kind     the column's `valueType`.
+/// @param field    null: the column is not bound. Otherwise a field of a built-in kind.
 /// @return "null" for the key; the literal of the field for a column that takes a value; empty for
 ///         any other.
 ZAV_EXPORT std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field);
 
 /// Warns of a column that is not bound to a field, through printWarning().
 ///
-/// @param field  null: it is not.
+/// @param field       null: it is not.
+/// @param columnName  the column's name.
 ZAV_EXPORT void warnIfNotBound(const void* field, const std::string& columnName);
 
 /// Decodes one cell of a result row into a field of a built-in kind: a number that is NULL or
 /// unreadable becomes 0, a NULL text "n/a".
 ///
-/// @param cell  the position of the cell in its row; null in a null row only.
+/// @param kind   the column's `valueType`.
+/// @param field  the field, of that kind.
+/// @param cell   the position of the cell in its row; null in a null row only.
 ZAV_EXPORT void decodeField(std::uint32_t kind, void* field, char** cell);
 
 /// Erases the last comma of a list and everything behind it.
@@ -149,9 +154,11 @@ ZAV_EXPORT int setValueFromSqlResult(char** cell, T* value)
     return readPlainDigits(*cell, value) ? 0 : readFromStream(*cell, value);
 }
 
+/// @cond  instances in the library
 extern template int setValueFromSqlResult<unsigned short>(char** cell, unsigned short* value);
 extern template int setValueFromSqlResult<unsigned int>(char** cell, unsigned int* value);
 extern template int setValueFromSqlResult<unsigned long long>(char** cell,
                                                               unsigned long long* value);
+/// @endcond
 
 }  // namespace sqlTblUtil
