@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "zav/DescriptionDb.h"
+
+/// The file could not be opened, or a query failed. The text is complete but for the program's name.
+class UnreadableFile : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Several rows answer a lookup that delivers one.
+class AmbiguousCode : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A database file as the library delivers it, with failures as exceptions. One at a time: it
+/// stands for the library's one connection.
+class Database {
+public:
+    /// @throws UnreadableFile
+    Database(const std::string& file, int debugLevel);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    const std::string& file() const { return m_file; }
+
+    /// @throws UnreadableFile
+    std::vector<FaultTypeDef> faultTypes();
+
+    /// @return nothing if no fault type has the code.
+    /// @throws AmbiguousCode, UnreadableFile
+    std::optional<FaultTypeDef> faultType(std::uint16_t code);
+
+    /// @throws UnreadableFile
+    std::vector<Descriptions> texts();
+
+    /// @throws UnreadableFile
+    std::vector<Descriptions> textsOf(std::uint32_t code);
+
+private:
+    int faultTypesWith(std::uint16_t code);
+    void throwIfFailed(int result) const;
+
+    std::string m_file;
+    DescriptionDb* m_service;
+};

@@ -1,0 +1,122 @@
+#include "RawDatabase.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+
+#include "Database.h"
+
+namespace {
+
+constexpr int BUSY_TIMEOUT_MS = 5000;  // as the library waits
+
+}  // namespace
+
+class RawDatabase::Statement {
+public:
+    Statement(const RawDatabase& database, const std::string& sql) : m_database(database)
+    {
+        const int code = sqlite3_prepare_v2(database.m_db, sql.c_str(), -1, &m_statement, nullptr);
+        if (code != SQLITE_OK && code != SQLITE_ERROR) {
+            database.fail();
+        }
+    }
+    ~Statement() { sqlite3_finalize(m_statement); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    /// @return false for a statement that makes no sense for this database.
+    bool isValid() const { return m_statement != nullptr; }
+
+    /// @return whether there is another row.
+    bool step()
+    {
+        const int code = sqlite3_step(m_statement);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) {
+            m_database.fail();
+        }
+        return code == SQLITE_ROW;
+    }
+
+    int columnCount() const { return sqlite3_column_count(m_statement); }
+
+    std::string columnName(int index) const { return sqlite3_column_name(m_statement, index); }
+
+    RawCell cell(int index) const
+    {
+        const unsigned char* text = sqlite3_column_text(m_statement, index);
+        if (text == nullptr) {
+            return {true, ""};
+        }
+        const int size = sqlite3_column_bytes(m_statement, index);
+        return {false, std::string(text, text + size)};
+    }
+
+private:
+    const RawDatabase& m_database;
+    sqlite3_stmt* m_statement = nullptr;
+};
+
+RawDatabase::RawDatabase(const std::string& file) : m_file(file)
+{
+    // An absolute path is never taken as a URI, nor as a database in memory.
+    const std::string path = std::filesystem::absolute(file).string();
+    const int code =
+        sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    sqlite3_busy_timeout(m_db, BUSY_TIMEOUT_MS);
+    if (code != SQLITE_OK ||
+        sqlite3_exec(m_db, "BEGIN; SELECT count(*) FROM sqlite_master", nullptr, nullptr,
+                     nullptr) != SQLITE_OK) {
+        const std::string reason = sqlite3_errmsg(m_db);
+        sqlite3_close(m_db);
+        throw UnreadableFile(fmt::format("{}: cannot be read: {}", file, reason));
+    }
+}
+
+RawDatabase::~RawDatabase()
+{
+    sqlite3_close(m_db);
+}
+
+std::optional<RawTable> RawDatabase::table(const std::string& name) const
+{
+    Statement select(*this, fmt::format("SELECT * FROM \"{}\"", name));
+    if (!select.isValid()) {
+        return std::nullopt;
+    }
+    RawTable table;
+    for (int i = 0; i < select.columnCount(); ++i) {
+        table.columns.push_back(select.columnName(i));
+    }
+    while (select.step()) {
+        std::vector<RawCell> row;
+        for (int i = 0; i < select.columnCount(); ++i) {
+            row.push_back(select.cell(i));
+        }
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+bool RawDatabase::accepts(const std::string& sql) const
+{
+    return Statement(*this, sql).isValid();
+}
+
+bool RawDatabase::readsWholeTable(const std::string& query) const
+{
+    constexpr int DETAIL = 3;  // column of the plan
+    Statement plan(*this, "EXPLAIN QUERY PLAN " + query);
+    while (plan.isValid() && plan.step()) {
+        if (plan.cell(DETAIL).text().rfind("SCAN", 0) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void RawDatabase::fail() const
+{
+    throw UnreadableFile(fmt::format("{}: cannot be read: {}", m_file, sqlite3_errmsg(m_db)));
+}

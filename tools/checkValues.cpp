@@ -1,0 +1,155 @@
+#include "checkValues.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "LibraryLines.h"
+#include "Utf8.h"
+#include "rawRows.h"
+#include "zav/sqlTblUtil.h"
+
+namespace {
+
+constexpr unsigned LOOKUP_BITS = 16;  // of the code that getFaultTypeDef() takes
+
+std::uint64_t largest(unsigned bits)
+{
+    return (std::uint64_t{1} << bits) - 1;
+}
+
+template <class Number>
+std::optional<std::uint64_t> decodedAs(std::string text)
+{
+    char* cell = text.data();
+    Number number = 0;
+    if (sqlTblUtil::setValueFromSqlResult(&cell, &number) != 0) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+/// The number that the library reads; nothing if it finds none and delivers 0.
+std::optional<std::uint64_t> decoded(const RawCell& cell, unsigned bits)
+{
+    const LibrarySilence silence;
+    return bits == 16 ? decodedAs<unsigned short>(cell.text()) : decodedAs<unsigned int>(cell.text());
+}
+
+/// The checks of one cell.
+class CellCheck {
+public:
+    CellCheck(const TableModel& model, const TableModel::Column& column, const RawCell& cell,
+              const std::string& row)
+        : m_model(model), m_column(column), m_cell(cell), m_row(row)
+    {
+    }
+
+    void run(Findings& findings) const
+    {
+        if (m_cell.isNull) {
+            findings.push_back(null());
+        } else if (m_column.bits == 0) {
+            checkText(findings);
+        } else {
+            checkNumber(findings);
+        }
+    }
+
+private:
+    Finding finding(const std::string& kind, const std::string& delivered,
+                    const std::string& advice, bool isLoss) const
+    {
+        return {kind,      m_model.name, m_row,  m_column.name, shortened(m_cell.bytes),
+                delivered, advice,       isLoss};
+    }
+
+    Finding null() const
+    {
+        Finding found = m_column.bits == 0
+                            ? finding("null", "\"n/a\"", "write '' if there is no text", true)
+                            : finding("null", "0", "write a number", true);
+        found.value = "NULL";
+        return found;
+    }
+
+    void checkText(Findings& findings) const
+    {
+        if (m_cell.bytes.find('\0') != std::string::npos) {
+            findings.push_back(finding(
+                "cut-text", fmt::format("the {} bytes before the NUL byte", m_cell.text().size()),
+                "remove the NUL byte", true));
+        }
+        if (!utf8::isValid(m_cell.bytes)) {
+            findings.push_back(finding("not-utf8", "the bytes unchanged",
+                                       "store the text in UTF-8", false));
+        }
+        if (m_cell.bytes.find('\'') != std::string::npos) {
+            findings.push_back(finding("quote", "the text unchanged, but statement texts break at it",
+                                       "double the quotes of a record that becomes a statement",
+                                       false));
+        }
+    }
+
+    void checkNumber(Findings& findings) const
+    {
+        const std::optional<std::uint64_t> number = decoded(m_cell, m_column.bits);
+        const std::string delivered = std::to_string(number.value_or(0));
+        if (!number || delivered != m_cell.bytes) {
+            findings.push_back(finding(kindOfDifference(number), delivered,
+                                       fmt::format("write a whole number from 0 to {}",
+                                                   largest(m_column.bits)),
+                                       true));
+        } else if (isBeyondLookup(*number)) {
+            findings.push_back(finding(
+                "code-range", fmt::format("{} from the whole table, but {} cannot ask for it",
+                                          delivered, m_model.lookup),
+                fmt::format("use codes up to {}", largest(LOOKUP_BITS)), false));
+        }
+    }
+
+    std::string kindOfDifference(const std::optional<std::uint64_t>& number) const
+    {
+        if (isInteger(m_cell.bytes) && !isPaddedNumber(number)) {
+            return "out-of-range";
+        }
+        return number ? "inexact-number" : "not-a-number";
+    }
+
+    /// The right number after zeros.
+    bool isPaddedNumber(const std::optional<std::uint64_t>& number) const
+    {
+        const std::size_t start = m_cell.bytes.find_first_not_of('0');
+        return number && (start == std::string::npos
+                              ? *number == 0
+                              : m_cell.bytes.substr(start) == std::to_string(*number));
+    }
+
+    bool isBeyondLookup(std::uint64_t number) const
+    {
+        return m_column.isKey && m_column.name == m_model.filterColumn().name &&
+               number > largest(LOOKUP_BITS);
+    }
+
+    const TableModel& m_model;
+    const TableModel::Column& m_column;
+    const RawCell& m_cell;
+    const std::string& m_row;
+};
+
+}  // namespace
+
+void checkValues(const TableModel& model, const RawTable& table, Findings& findings)
+{
+    for (std::size_t row = 0; row < table.rows.size(); ++row) {
+        const std::string label = rowLabel(model, table, row);
+        for (const TableModel::Column& column : model.columns) {
+            const std::optional<std::size_t> position = positionOf(column.name, table);
+            if (position) {
+                CellCheck(model, column, table.rows[row][*position], label).run(findings);
+            }
+        }
+    }
+}

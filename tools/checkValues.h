@@ -1,0 +1,9 @@
+#pragma once
+
+#include "Finding.h"
+#include "RawDatabase.h"
+#include "TableModel.h"
+
+/// Finds the cells of a table that the library delivers as something else, or that break what is
+/// made of them.
+void checkValues(const TableModel& model, const RawTable& table, Findings& findings);
