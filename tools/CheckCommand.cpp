@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <tuple>
+
 #include "CheckFindings.h"
 
 namespace {
@@ -25,6 +28,30 @@ Table tableOf(const Findings& findings)
     return table;
 }
 
+bool isSameBesideRow(const Finding& one, const Finding& other)
+{
+    return std::tie(one.kind, one.table, one.column, one.value, one.delivered, one.advice) ==
+           std::tie(other.kind, other.table, other.column, other.value, other.delivered,
+                    other.advice);
+}
+
+/// One finding for all those that differ in nothing but the row, and names all the rows.
+Findings grouped(const Findings& findings)
+{
+    Findings groups;
+    for (const Finding& finding : findings) {
+        const auto group = std::find_if(
+            groups.begin(), groups.end(),
+            [&](const Finding& candidate) { return isSameBesideRow(candidate, finding); });
+        if (group == groups.end()) {
+            groups.push_back(finding);
+        } else {
+            group->row += ", " + finding.row;
+        }
+    }
+    return groups;
+}
+
 std::string summary(std::size_t count)
 {
     return count == 0 ? "no findings\n"
@@ -39,7 +66,7 @@ ExitStatus runCheck(Database& database, Output& output)
     if (output.format() != Format::TABLE) {
         output.print(tableOf(findings));
     } else {
-        output.printRecords(tableOf(findings));
+        output.printRecords(tableOf(grouped(findings)));
         output.printText(summary(findings.size()));
     }
     return findings.empty() ? ExitStatus::DONE : ExitStatus::NOT_FOUND_OR_FINDINGS;

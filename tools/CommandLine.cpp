@@ -18,11 +18,11 @@
 namespace {
 
 constexpr const char* EXAMPLES = R"(Examples:
-  zav faults faults.db                        all fault types
-  zav fault faults.db 17                      one, with its texts
-  zav texts faults.db --language 2 --format csv
-  zav sql faults.db insert | sqlite3 copy.db  into a file with the empty tables
-  zav check faults.db                         what would surprise an application
+  zav faults faults.db                           all fault types
+  zav fault faults.db 17                         one, with its texts
+  zav texts faults.db --language 2 --format csv  the texts in one language, for a spreadsheet
+  zav sql faults.db insert | sqlite3 copy.db     into a file that has the empty tables
+  zav check faults.db                            what would surprise an application
 
 Exit status: 0 done, 1 not found or findings, 2 wrong usage,
 3 the file cannot be read or the output cannot be written.)";
@@ -35,10 +35,9 @@ Number numberFrom(const std::string& text, const std::string& option)
     const char* end = text.data() + text.size();
     const auto [read, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || read != end) {
-        throw CLI::ValidationError(
-            option, fmt::format("\"{}\" is no number from {} to {}", text,
-                                std::numeric_limits<Number>::min(),
-                                std::numeric_limits<Number>::max()));
+        throw CLI::ValidationError(option, fmt::format("\"{}\" is no number from {} to {}", text,
+                                                       std::numeric_limits<Number>::min(),
+                                                       std::numeric_limits<Number>::max()));
     }
     return number;
 }
@@ -50,7 +49,7 @@ CLI::Option* addNumber(CLI::App& app, const std::string& option, Target& target,
     const auto store = [&target, option](const std::string& text) {
         target = numberFrom<Number>(text, option);
     };
-    return app.add_option_function<std::string>(option, store, description)->type_name("N");
+    return app.add_option_function<std::string>(option, store, description);
 }
 
 template <class Value>
@@ -74,8 +73,7 @@ Value chosen(const Choices<Value>& choices, const std::string& text, const std::
             return value;
         }
     }
-    throw CLI::ValidationError(option,
-                               fmt::format("\"{}\" is none of {}", text, namesOf(choices)));
+    throw CLI::ValidationError(option, fmt::format("\"{}\" is none of {}", text, namesOf(choices)));
 }
 
 template <class Value>
@@ -98,12 +96,12 @@ public:
         m_app.fallthrough();
         m_app.footer(EXAMPLES);
         m_app.set_version_flag("--version", "zav " ZAV_VERSION, "Print the version and exit");
-        addChoice<Format>(
-            m_app, "--format", m_request.format,
-            {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
-            "how results are written; table unless given");
+        addChoice<Format>(m_app, "--format", m_request.format,
+                          {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
+                          "How results are written; table unless given");
         addNumber<int>(m_app, "--debug", m_request.debugLevel,
-                       "level of the library's own lines on standard error: 0 errors, 1 and 2 more");
+                       "The library's lines on standard error: 0 errors only, 1 and 2 more")
+            ->type_name("LEVEL");
         addFaults();
         addFault();
         addTexts();
@@ -120,7 +118,7 @@ public:
         } catch (const CLI::Success& success) {
             throw TextRequest(textFor(success));
         } catch (const CLI::ParseError& error) {
-            throw UsageError(error.what());
+            throw UsageError(textFor(error));
         }
         return m_request;
     }
@@ -130,9 +128,7 @@ private:
     {
         CLI::App* command = m_app.add_subcommand(name, description);
         command->footer("Further options, examples and the exit status: zav --help");
-        command->add_option("FILE", m_request.file, "the database file")
-            ->required()
-            ->type_name("");
+        command->add_option("FILE", m_request.file, "The database file")->required()->type_name("");
         return command;
     }
 
@@ -146,7 +142,7 @@ private:
     void addFault()
     {
         CLI::App* command = addCommand("fault", "Show one fault type, with its texts");
-        addNumber<std::uint16_t>(*command, "CODE", m_code, "code of the fault type, 0 to 65535")
+        addNumber<std::uint16_t>(*command, "CODE", m_code, "Code of the fault type, 0 to 65535")
             ->required()
             ->type_name("");
         command->callback([this] {
@@ -159,9 +155,11 @@ private:
     void addTexts()
     {
         CLI::App* command = addCommand("texts", "Show the texts of fault types");
-        addNumber<std::uint32_t>(*command, "--code", m_filter.code, "only of this fault type");
+        addNumber<std::uint32_t>(*command, "--code", m_filter.code, "Only those of this fault type")
+            ->type_name("CODE");
         addNumber<std::uint16_t>(*command, "--language", m_filter.language,
-                                 "only in this language");
+                                 "Only those in this language")
+            ->type_name("LANGUAGE");
         command->callback([this] {
             m_request.command = [filter = m_filter](Database& database, Output& output) {
                 return runTexts(database, filter, output);
@@ -174,13 +172,13 @@ private:
         CLI::App* command = addCommand("sql", "Write the statement of every row, to be run");
         addChoice<Statement>(*command, "STATEMENT", m_statement,
                              {{"insert", Statement::INSERT}, {"update", Statement::UPDATE}},
-                             "the kind of statement")
+                             "The kind of statement")
             ->required();
         addChoice<TableChoice>(*command, "--table", m_tables,
                                {{"fault_type_definition", TableChoice::FAULT_TYPE_DEFINITION},
                                 {"descriptions", TableChoice::DESCRIPTIONS},
                                 {"all", TableChoice::ALL}},
-                               "of this table; all unless given");
+                               "Of this table; all unless given");
         command->callback([this] {
             if (m_app.count("--format") > 0) {
                 throw CLI::ValidationError("--format", "zav sql writes nothing but SQL");
@@ -204,6 +202,15 @@ private:
         std::ostringstream text;
         m_app.exit(success, text, text);
         return text.str();
+    }
+
+    /// A word too many is the likelier mistake than what is then missing.
+    std::string textFor(const CLI::ParseError& error) const
+    {
+        constexpr bool OF_ALL_COMMANDS = true;
+        const std::vector<std::string> unknown = m_app.remaining(OF_ALL_COMMANDS);
+        return unknown.empty() ? error.what()
+                               : fmt::format("not understood: {}", fmt::join(unknown, " "));
     }
 
     CLI::App m_app{"Looks at a database of fault definitions.", "zav"};

@@ -9,8 +9,8 @@ Database::Database(const std::string& file, int debugLevel)
 {
     m_service->setDbgLevel(debugLevel);
     if (m_service->openDb(file, true) != 0) {
-        throw UnreadableFile(fmt::format("{}: cannot be opened: {}", file,
-                                         DescriptionDb::sqliteDb.lastErrorText()));
+        throw UnreadableFile(
+            fmt::format("{}: cannot be opened: {}", file, DescriptionDb::sqliteDb.lastErrorText()));
     }
 }
 
@@ -35,7 +35,8 @@ std::optional<FaultTypeDef> Database::faultType(std::uint16_t code)
     const int count = faultTypesWith(code);
     throwIfFailed(count);
     if (count > 0) {
-        throw AmbiguousCode(fmt::format("{}: {} fault types have the code {}", m_file, count, code));
+        throw AmbiguousCode(
+            fmt::format("{}: {} fault types have the code {}", m_file, count, code));
     }
     return std::nullopt;
 }

@@ -8,7 +8,8 @@
 
 #include "zav/DescriptionDb.h"
 
-/// The file could not be opened, or a query failed. The text is complete but for the program's name.
+/// The file could not be opened, or a query failed. The text is complete but for the program's
+/// name.
 class UnreadableFile : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -12,8 +12,7 @@ enum class Format { TABLE, JSON, CSV };
 /// Where and how a command writes its results.
 class Output {
 public:
-    Output(std::ostream& stream, const Terminal& terminal)
-        : m_stream(stream), m_terminal(terminal)
+    Output(std::ostream& stream, const Terminal& terminal) : m_stream(stream), m_terminal(terminal)
     {
     }
 

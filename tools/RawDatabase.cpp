@@ -65,9 +65,8 @@ RawDatabase::RawDatabase(const std::string& file) : m_file(file)
     const int code =
         sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     sqlite3_busy_timeout(m_db, BUSY_TIMEOUT_MS);
-    if (code != SQLITE_OK ||
-        sqlite3_exec(m_db, "BEGIN; SELECT count(*) FROM sqlite_master", nullptr, nullptr,
-                     nullptr) != SQLITE_OK) {
+    if (code != SQLITE_OK || sqlite3_exec(m_db, "BEGIN; SELECT count(*) FROM sqlite_master",
+                                          nullptr, nullptr, nullptr) != SQLITE_OK) {
         const std::string reason = sqlite3_errmsg(m_db);
         sqlite3_close(m_db);
         throw UnreadableFile(fmt::format("{}: cannot be read: {}", file, reason));

@@ -44,6 +44,5 @@ std::string doubledQuotes(const std::string& text)
 
 std::string sqlText(const std::string& text)
 {
-    return isSafe(text) ? doubledQuotes(text)
-                        : "'||CAST(x'" + hexadecimal(text) + "' AS TEXT)||'";
+    return isSafe(text) ? doubledQuotes(text) : "'||CAST(x'" + hexadecimal(text) + "' AS TEXT)||'";
 }

@@ -20,8 +20,8 @@ std::vector<TableModel::Column> columnsOf(const SqlTbl<Record>& table)
 {
     std::vector<TableModel::Column> columns;
     for (const auto& column : table.columns) {
-        const bool isKey = column.sqlType == "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
-        columns.push_back({column.name, column.sqlType, bitsOf<Record>(column), isKey});
+        columns.push_back({column.name, column.sqlType, bitsOf<Record>(column),
+                           sqlTblUtil::isKey(column.sqlType)});
     }
     return columns;
 }

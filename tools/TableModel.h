@@ -18,9 +18,9 @@ struct TableModel {
 
     std::string name;
     std::vector<Column> columns;
-    std::string lookup;             ///< the operation that filters by a column of the table
-    std::string comparison;         ///< by which it does that
-    std::size_t filterPosition;     ///< of the column, in the order of the file once that is known
+    std::string lookup;          ///< the operation that filters by a column of the table
+    std::string comparison;      ///< by which it does that
+    std::size_t filterPosition;  ///< of the column, in the order of the file once that is known
 
     const Column& filterColumn() const { return columns[filterPosition]; }
 };

@@ -12,6 +12,6 @@ struct Terminal {
     bool hasColour;
 };
 
-/// The width is the environment's COLUMNS if that is a positive number, else the terminal's own. There is
-/// colour on a terminal unless NO_COLOR is set and not empty, or TERM is "dumb".
+/// The width is the environment's COLUMNS if that is a positive number, else the terminal's own.
+/// There is colour on a terminal unless NO_COLOR is set and not empty, or TERM is "dumb".
 Terminal standardOutput();

@@ -13,8 +13,7 @@ namespace {
 std::string escape(char32_t codePoint)
 {
     const auto number = static_cast<unsigned>(codePoint);
-    return codePoint < 0x80 ? fmt::format("\\x{:02x}", number)
-                            : fmt::format("\\u{:04x}", number);
+    return codePoint < 0x80 ? fmt::format("\\x{:02x}", number) : fmt::format("\\u{:04x}", number);
 }
 
 std::string printableExcept(std::string_view text, std::string_view kept)

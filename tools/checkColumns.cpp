@@ -28,8 +28,9 @@ bool contains(const Names& names, const std::string& name)
 /// The name that is the same to SQLite; empty if there is none.
 std::string similarName(const Names& names, const std::string& name)
 {
-    const auto found = std::find_if(
-        names.begin(), names.end(), [&](const std::string& other) { return isSameName(name, other); });
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& other) {
+        return isSameName(name, other);
+    });
     return found != names.end() ? *found : "";
 }
 
@@ -66,10 +67,9 @@ Finding missingColumn(const TableModel& model, const TableModel::Column& column)
             column.name,
             "",
             unfilled(column) + (isFilter ? "; " + model.lookup + " fails" : ""),
-            column.isKey || isFilter
-                ? tableAnew(model)
-                : fmt::format("ALTER TABLE \"{}\" ADD COLUMN \"{}\" {};", model.name, column.name,
-                              column.sqlType),
+            column.isKey || isFilter ? tableAnew(model)
+                                     : fmt::format("ALTER TABLE \"{}\" ADD COLUMN \"{}\" {};",
+                                                   model.name, column.name, column.sqlType),
             true};
 }
 

@@ -35,7 +35,8 @@ std::optional<std::uint64_t> decodedAs(std::string text)
 std::optional<std::uint64_t> decoded(const RawCell& cell, unsigned bits)
 {
     const LibrarySilence silence;
-    return bits == 16 ? decodedAs<unsigned short>(cell.text()) : decodedAs<unsigned int>(cell.text());
+    return bits == 16 ? decodedAs<unsigned short>(cell.text())
+                      : decodedAs<unsigned int>(cell.text());
 }
 
 /// The checks of one cell.
@@ -62,7 +63,7 @@ private:
     Finding finding(const std::string& kind, const std::string& delivered,
                     const std::string& advice, bool isLoss) const
     {
-        return {kind,      m_model.name, m_row,  m_column.name, shortened(m_cell.bytes),
+        return {kind,      m_model.name, m_row, m_column.name, shortened(m_cell.bytes),
                 delivered, advice,       isLoss};
     }
 
@@ -83,13 +84,13 @@ private:
                 "remove the NUL byte", true));
         }
         if (!utf8::isValid(m_cell.bytes)) {
-            findings.push_back(finding("not-utf8", "the bytes unchanged",
-                                       "store the text in UTF-8", false));
+            findings.push_back(
+                finding("not-utf8", "the bytes unchanged", "store the text in UTF-8", false));
         }
         if (m_cell.bytes.find('\'') != std::string::npos) {
-            findings.push_back(finding("quote", "the text unchanged, but statement texts break at it",
-                                       "double the quotes of a record that becomes a statement",
-                                       false));
+            findings.push_back(
+                finding("quote", "the text unchanged, but statement texts break at it",
+                        "double the quotes of a record that becomes a statement", false));
         }
     }
 
@@ -98,15 +99,15 @@ private:
         const std::optional<std::uint64_t> number = decoded(m_cell, m_column.bits);
         const std::string delivered = std::to_string(number.value_or(0));
         if (!number || delivered != m_cell.bytes) {
-            findings.push_back(finding(kindOfDifference(number), delivered,
-                                       fmt::format("write a whole number from 0 to {}",
-                                                   largest(m_column.bits)),
-                                       true));
-        } else if (isBeyondLookup(*number)) {
             findings.push_back(finding(
-                "code-range", fmt::format("{} from the whole table, but {} cannot ask for it",
-                                          delivered, m_model.lookup),
-                fmt::format("use codes up to {}", largest(LOOKUP_BITS)), false));
+                kindOfDifference(number), delivered,
+                fmt::format("write a whole number from 0 to {}", largest(m_column.bits)), true));
+        } else if (isBeyondLookup(*number)) {
+            findings.push_back(
+                finding("code-range",
+                        fmt::format("{} from the whole table, but {} cannot ask for it", delivered,
+                                    m_model.lookup),
+                        fmt::format("use codes up to {}", largest(LOOKUP_BITS)), false));
         }
     }
 
@@ -122,9 +123,9 @@ private:
     bool isPaddedNumber(const std::optional<std::uint64_t>& number) const
     {
         const std::size_t start = m_cell.bytes.find_first_not_of('0');
-        return number && (start == std::string::npos
-                              ? *number == 0
-                              : m_cell.bytes.substr(start) == std::to_string(*number));
+        return number &&
+               (start == std::string::npos ? *number == 0
+                                           : m_cell.bytes.substr(start) == std::to_string(*number));
     }
 
     bool isBeyondLookup(std::uint64_t number) const

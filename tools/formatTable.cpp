@@ -77,39 +77,43 @@ Layout layOut(const Table& table)
     return layout;
 }
 
-/// Every column as wide as it likes, up to a limit that is the same for all.
-Widths widthsUpTo(std::size_t limit, const Layout& layout)
-{
-    Widths widths;
-    for (const Layout::Column& column : layout.columns) {
-        widths.push_back(std::clamp(limit, column.narrowest, column.widest));
-    }
-    return widths;
-}
-
 std::size_t totalWidth(const Widths& widths)
 {
     return std::accumulate(widths.begin(), widths.end(), GAP * (widths.size() - 1));
 }
 
-/// The widths with the highest limit that fits; empty if none does.
+Widths widestWidths(const Layout& layout)
+{
+    Widths widths;
+    for (const Layout::Column& column : layout.columns) {
+        widths.push_back(column.widest);
+    }
+    return widths;
+}
+
+/// Numbers as narrow as they get, texts as wide as they like up to a limit that is the same for
+/// all.
+Widths widthsUpTo(std::size_t limit, const Layout& layout)
+{
+    Widths widths;
+    for (const Layout::Column& column : layout.columns) {
+        widths.push_back(column.isNumber ? column.narrowest
+                                         : std::clamp(limit, column.narrowest, column.widest));
+    }
+    return widths;
+}
+
+/// The widths that make the best of the room; empty if it is too little.
 Widths fittingWidths(const Layout& layout, std::size_t available)
 {
-    std::size_t limit = 0;
-    for (const Layout::Column& column : layout.columns) {
-        limit = std::max(limit, column.widest);
-    }
-    Widths widths = widthsUpTo(limit, layout);
-    if (totalWidth(widths) <= available) {
-        return widths;
-    }
-    for (limit = std::min(limit, available); limit > 0; --limit) {
-        widths = widthsUpTo(limit, layout);
-        if (totalWidth(widths) <= available) {
-            return widths;
+    Widths widths = widestWidths(layout);
+    for (std::size_t limit = available; totalWidth(widths) > available; --limit) {
+        if (limit == 0) {
+            return {};
         }
+        widths = widthsUpTo(limit, layout);
     }
-    return {};
+    return widths;
 }
 
 /// One row of cells, each of which may take several lines.

@@ -11,9 +11,14 @@ Table::Row rowOf(const FaultTypeDef& record)
 
 Table::Row rowOf(const Descriptions& record)
 {
-    return {record.id,          record.id_fault_type, record.id_language,
-            record.name,        record.short_description,
-            record.description, record.comment,       record.remedy};
+    return {record.id,
+            record.id_fault_type,
+            record.id_language,
+            record.name,
+            record.short_description,
+            record.description,
+            record.comment,
+            record.remedy};
 }
 
 template <class Record>

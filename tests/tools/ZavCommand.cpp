@@ -1,0 +1,70 @@
+#include "ZavCommand.h"
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "support/database.h"
+
+namespace {
+
+std::string withoutCarriageReturns(const std::string& text)
+{
+    std::string plain;
+    for (const char character : text) {
+        plain += character == '\r' ? "" : std::string(1, character);
+    }
+    return plain;
+}
+
+std::string quoted(const std::string& word)
+{
+    std::string text = "'";
+    for (const char character : word) {
+        text += character == '\'' ? "'\\''" : std::string(1, character);
+    }
+    return text + "'";
+}
+
+}  // namespace
+
+CommandResult ZavCommand::run(const std::string& arguments, const std::string& environment) const
+{
+    return shell("env " + environment + " $ZAV " + arguments);
+}
+
+CommandResult ZavCommand::runOnTerminal(int columns, const std::string& arguments,
+                                        const std::string& environment) const
+{
+    const std::string line =
+        "stty cols " + std::to_string(columns) + " && env " + environment + " $ZAV " + arguments;
+    CommandResult result =
+        shell("script --quiet --return --command " + quoted(line) + " /dev/null </dev/null");
+    result.output = withoutCarriageReturns(result.output);
+    return result;
+}
+
+CommandResult ZavCommand::shell(const std::string& line) const
+{
+    const std::string output = file("standard-output");
+    const std::string errors = file("standard-error");
+    const std::string script =
+        "unset COLUMNS NO_COLOR; export TERM=xterm LC_ALL=C SHELL=/bin/sh;"
+        "export ZAV='" ZAV_TEST_EMULATOR " " ZAV_COMMAND "'; zav() { $ZAV \"$@\"; };";
+    const int status =
+        std::system((script + "{ " + line + "\n} >" + output + " 2>" + errors).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(errors)};
+}
+
+std::string ZavCommand::database(const std::string& sql) const
+{
+    return makeDatabase(file("faults.db"), sql);
+}
+
+std::string contentOf(const std::string& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
