@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "ZavCommand.h"
+
+namespace {
+
+const std::string MANUAL = ZAV_SOURCE_DIR "/tools/zav.1";
+const std::string COMPLETION = ZAV_SOURCE_DIR "/tools/completion/zav";
+
+/// What bash offers at the end of a line, in the order of its sorting.
+std::string offered(const ZavCommand& zav, const std::string& line)
+{
+    return zav
+        .shell("bash -c '. " + COMPLETION + "; cd " + zav.file("") + "; COMP_WORDS=(" + line +
+               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"'")
+        .output;
+}
+
+TEST(Completion, OffersWhatFits)
+{
+    struct Case {
+        std::string line;
+        std::string words;
+    };
+    const Case cases[] = {
+        {"zav \"\"", "--format --debug --help --version faults fault texts sql check"},
+        {"zav fa", "faults fault"},
+        {"zav --format \"\"", "table json csv"},
+        {"zav --format json che", "check"},
+        {"zav faults --f", "--format"},
+        {"zav faults fau", "faults.db"},
+        {"zav texts --l", "--language"},
+        {"zav texts --language \"\"", ""},
+        {"zav sql faults.db up", "update"},
+        {"zav sql faults.db insert --table d", "descriptions"},
+        {"zav sql faults.db insert --f", ""},
+    };
+    const ZavCommand zav;
+    zav.database();
+    for (const Case& row : cases) {
+        EXPECT_EQ(offered(zav, row.line), row.words + "\n") << row.line;
+    }
+}
+
+TEST(Manual, IsWellFormed)
+{
+    const ZavCommand zav;
+    const CommandResult result = zav.shell("groff -mandoc -Tutf8 -ww -z " + MANUAL);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(Manual, NamesAllOptionsAndCommands)
+{
+    const ZavCommand zav;
+    std::istringstream words(
+        zav.shell("{ zav --help; zav texts --help; zav sql --help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                  " | sed 's/-h,//'")
+            .output);
+    const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
+    int count = 0;
+    for (std::string word; words >> word; ++count) {
+        EXPECT_NE(manual.find(word), std::string::npos) << word;
+    }
+    EXPECT_GT(count, 10);
+}
+
+TEST(Manual, NamesAllFindings)
+{
+    const ZavCommand zav;
+    std::istringstream kinds(
+        zav.shell("grep -ohE '\"[a-z0-9]+-[a-z0-9]+\"|\"(null|quote)\"' " ZAV_SOURCE_DIR
+                  "/tools/check*.cpp " ZAV_SOURCE_DIR "/tools/CheckFindings.cpp | tr -d '\"'"
+                  " | sort -u")
+            .output);
+    const std::string manual = contentOf(MANUAL);
+    int count = 0;
+    for (std::string kind; kinds >> kind; ++count) {
+        EXPECT_NE(manual.find(kind), std::string::npos) << kind;
+    }
+    EXPECT_GT(count, 15);
+}
+
+}  // namespace
