@@ -522,6 +522,7 @@ TEST_F(GetTblTest, DescriptionsAreRead)
 struct Cycle {
     unsigned code = 0;
     bool isLong = false;
+    std::string alias;
 };
 
 class CycleTbl : public SqlTbl<Cycle> {
@@ -536,7 +537,8 @@ public:
     void init(const std::string& /*name*/) override
     {
         columns = {{"code", "INTEGER", VALUE_TYPE_UINT32, &record.code},
-                   {"length", "VARCHAR", VALUE_TYPE_LENGTH, &record.isLong}};
+                   {"length", "VARCHAR", VALUE_TYPE_LENGTH, &record.isLong},
+                   {"alias", "VARCHAR", VALUE_TYPE_STRING, &record.alias}};
     }
 
     void convertValueFromStr(columnValueType_t type, const std::string& text,
@@ -575,6 +577,16 @@ TEST_F(GetTblTest, ApplicationReadsItsOwnRecordsThroughItsOwnTable)
     EXPECT_TRUE(cycles[1].isLong);
     EXPECT_FALSE(cycles[2].isLong);
     EXPECT_EQ(table.record.code, 3U);
+}
+
+TEST_F(GetTblTest, RecordsAreCopiesOfTheWorkingRecord)
+{
+    CycleTbl table;
+    std::vector<Cycle> cycles;
+    const std::string alias = "an alias too long for the short string buffer";
+    EXPECT_EQ(m_db.getTbl("SELECT '" + alias + "' AS alias", cycles, &table), 1);
+    EXPECT_EQ(cycles.at(0).alias, alias);
+    EXPECT_EQ(table.record.alias, alias);
 }
 
 TEST_F(GetTblTest, ResultIsLeftToATableThatTakesTheConnectionOutOfItsOpenState)
