@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <new>
+#include <ostream>
 #include <string>
 #include <system_error>
 #include <utility>

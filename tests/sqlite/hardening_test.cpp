@@ -2,6 +2,7 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -69,6 +70,11 @@ struct Switch {
     int whenReading;
     int whenWriting;
 };
+
+void PrintTo(const Switch& tested, std::ostream* stream)
+{
+    *stream << tested.name;
+}
 
 class Switches : public Hardening, public testing::WithParamInterface<Switch> {};
 
