@@ -46,7 +46,7 @@ public:
     /// One column. Copying it copies the pointer: the copy is bound to the same field.
     struct column_t {
         /// Not bound: no name, no type.
-        column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr) {}
+        column_t();
         /// @param columnName       the later `name`
         /// @param columnSqlType    the later `sqlType`
         /// @param columnValueType  the later `valueType`
@@ -160,7 +160,13 @@ private:
     std::string valueText(const column_t& column) const;
 };
 
-// Not inline: a table's column list calls it once per column.
+// Not inline: the library carries both constructors for its own records, and a table's column list
+// calls the second once per column.
+template <class T>
+SqlTbl<T>::column_t::column_t() : valueType(VALUE_TYPE_NONE), pValue(nullptr)
+{
+}
+
 template <class T>
 SqlTbl<T>::column_t::column_t(const char* columnName, const char* columnSqlType,
                               columnValueType_t columnValueType, void* field)

@@ -130,10 +130,8 @@ private:
     sqlite3* m_pDb = nullptr;
 
     int fail(std::int32_t code, const std::string& errorText);
-    void reportFailedQuery(const char* errorText, int code) const;
-    void reportDone() const;
-    void releaseErrorText(char* errorText) const;
-    void releaseResult(char** result) const;
+    int failQuery(char* errorText, int code) const;
+    void finishQuery(char** result) const;
 };
 
 template <class T, class R>
@@ -148,9 +146,7 @@ int Sqlite3Db::getTbl(const std::string& query, std::vector<T>& records, SqlTbl<
     char* errorText = nullptr;
     const int code = getTable(query, &result, &rowCount, &columnCount, &errorText);
     if (code != 0) {
-        reportFailedQuery(errorText, code);
-        releaseErrorText(errorText);
-        return -2;
+        return failQuery(errorText, code);
     }
     records.clear();
     records.reserve(static_cast<std::size_t>(rowCount));
@@ -162,10 +158,7 @@ int Sqlite3Db::getTbl(const std::string& query, std::vector<T>& records, SqlTbl<
         table->setDatafromSqlResult(row);
         records.emplace_back(table->record);
     }
-    releaseResult(result);
-    if (m_dbgLevel > 1) {
-        reportDone();
-    }
+    finishQuery(result);
     return static_cast<int>(records.size());
 }
 

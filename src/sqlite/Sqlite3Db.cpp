@@ -142,31 +142,27 @@ int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
     return -2;
 }
 
-void Sqlite3Db::reportFailedQuery(const char* errorText, int code) const
+// Whoever takes the connection out of its open state while a query runs takes over the query's
+// memory with it.
+
+int Sqlite3Db::failQuery(char* errorText, int code) const
 {
     // A failed query without an error text silences standard output: the text is written untested.
     LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl",
                        "Sql Query failed: ", errorText, " Err=", std::to_string(code));
-}
-
-void Sqlite3Db::reportDone() const
-{
-    LogUtil::writeLine(LogUtil::DEBUG_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl", "Done");
-}
-
-// Whoever takes the connection out of its open state while a query runs takes over the query's
-// memory with it.
-void Sqlite3Db::releaseErrorText(char* errorText) const
-{
     if (m_dbState == STATE_OPEN) {
         sqlite3_free(errorText);
     }
+    return -2;
 }
 
-void Sqlite3Db::releaseResult(char** result) const
+void Sqlite3Db::finishQuery(char** result) const
 {
     if (m_dbState == STATE_OPEN) {
         sqlite3_free_table(result);
+    }
+    if (m_dbgLevel > 1) {
+        LogUtil::writeLine(LogUtil::DEBUG_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl", "Done");
     }
 }
 
