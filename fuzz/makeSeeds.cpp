@@ -1,0 +1,80 @@
+// Makes the inputs from which fuzzing starts: makeSeeds <folder> fills <folder>/decoder and
+// <folder>/databaseFile.
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/database.h"
+
+namespace {
+
+using Named = std::pair<const char*, std::string>;
+
+constexpr const char* ROWS =
+    "INSERT INTO fault_type_definition VALUES (17, 'E017', 'error', 3, 5), (18, NULL, '', 0, 1);"
+    "INSERT INTO descriptions VALUES (1, 17, 2, 'Overheat', 'Too hot', '', NULL, 'Cool down'),"
+    "(2, 17, 3, 'Trop chaud', x'00ff', 4.5, 'a,b', 'it''s')";
+
+const std::vector<Named> RESULTS = {
+    {"fault-types",
+     "code|alias|type|bug|clear_after_cycle_nr\n17|E017|error|3|5\n18|NULL||0|NULL\n"},
+    {"descriptions",
+     "id|id_fault_type|id_language|name|short_description|description|comment|remedy\n"
+     "1|17|2|Overheat|Too hot||NULL|Cool down\n"},
+    {"numbers",
+     "code|clear_after_cycle_nr\n4294967295|65535\n4294967296|65536\n-1|+1\n 42|42abc\n|x\n"
+     "00017|0x11\n1e3|1.5\n"},
+    {"other-columns", "remedy|CODE|code|code|unknown\nfirst|1|2|3|4\n"},
+    {"no-rows", "code|alias\n"},
+};
+
+/// Statements that make one database each.
+const std::vector<Named> DATABASES = {
+    {"plain", "PRAGMA page_size=512;" + schemaSql() + ROWS},
+    {"large-pages", "PRAGMA page_size=4096;" + schemaSql() + ROWS},
+    {"utf16", "PRAGMA page_size=512; PRAGMA encoding='UTF-16le';" + schemaSql() + ROWS},
+    {"wal", "PRAGMA page_size=512; PRAGMA journal_mode=WAL;" + schemaSql() + ROWS},
+    {"auto-vacuum", "PRAGMA page_size=512; PRAGMA auto_vacuum=FULL;" + schemaSql() + ROWS},
+    {"overflow-pages",
+     "PRAGMA page_size=512;" + schemaSql() + ROWS +
+         "; INSERT INTO descriptions VALUES (3, 17, 4, hex(zeroblob(900)), '', '', '', '')"},
+    {"many-rows",
+     "PRAGMA page_size=512;" + schemaSql() +
+         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60) "
+         "INSERT INTO descriptions SELECT i, 17, i, 'name', NULL, '', '', '' FROM n"},
+    {"views",
+     "PRAGMA page_size=512; CREATE TABLE t(a, b);"
+     "INSERT INTO t VALUES (17, 'x'), (18, 'y');"
+     "CREATE VIEW fault_type_definition AS SELECT a AS code, b AS alias FROM t ORDER BY b;"
+     "CREATE VIEW descriptions AS SELECT a AS id, a AS id_fault_type, upper(b) AS name FROM t"},
+    {"without-rowid",
+     "PRAGMA page_size=512;"
+     "CREATE TABLE fault_type_definition(alias, code PRIMARY KEY) WITHOUT ROWID;"
+     "INSERT INTO fault_type_definition VALUES ('x', 17);"
+     "CREATE TABLE descriptions(name, id_fault_type AS (17), id)"},
+    {"no-tables", "PRAGMA page_size=512; CREATE TABLE t(a)"},
+};
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::fputs("usage: makeSeeds FOLDER\n", stderr);
+        return 2;
+    }
+    const std::filesystem::path folder = argv[1];
+    std::filesystem::remove_all(folder);
+    for (const auto& [name, text] : RESULTS) {
+        std::filesystem::create_directories(folder / "decoder");
+        setContents(folder / "decoder" / name, text);
+    }
+    for (const auto& [name, sql] : DATABASES) {
+        std::filesystem::create_directories(folder / "databaseFile");
+        runSql(folder / "databaseFile" / name, sql);
+    }
+    return 0;
+}
