@@ -141,10 +141,7 @@ const std::vector<Damage> DAMAGES = {
          makeSmall(file);
          overwrite(file, 16, std::string("\x04\x00", 2));
      },
-     NOTHING_READ,
-     MALFORMED + failedQuery("malformed database schema (?) Err=11") +
-         failedQuery("malformed database schema (?) Err=11") +
-         failedQuery("malformed database schema (?) Err=11")},
+     NOTHING_READ, four(failedQuery("malformed database schema (?) Err=11"))},
     {"WrongEncoding",
      [](const std::string& file) {
          makeSmall(file);
