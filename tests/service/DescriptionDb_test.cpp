@@ -89,6 +89,7 @@ TEST_F(DescriptionDbTest, AtExitTheInstanceGoesBeforeTheConnection)
     EXPECT_EQ(result.output,
               "[DEBUG] ZAV::openDb() OK\n"
               "instance destroyed\n"
+              "connection is still open\n"
               "connection closes, instance pointer kept\n");
 }
 

@@ -23,6 +23,17 @@ const bool IS_INSTANCE_NULL_AT_LOAD = DescriptionDb::m_pInstance == nullptr;
 
 DescriptionDb* g_instance = nullptr;  // a copy: the library may change its own
 
+/// Goes between the instance, which is made after it, and the connection, which was made before.
+const struct Between {
+    ~Between()
+    {
+        if (g_instance != nullptr) {
+            std::printf("connection is %s\n",
+                        DescriptionDb::sqliteDb.m_dbState == 1 ? "still open" : "closed");
+        }
+    }
+} BETWEEN;
+
 void printStateAtLoad()
 {
     std::printf("service level %d, connection level %u, %s, instance %s\n", SERVICE_LEVEL_AT_LOAD,
