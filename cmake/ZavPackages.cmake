@@ -104,6 +104,19 @@ in several languages, from a SQLite file.
 This package holds the headers, the files for CMake and pkg-config and the
 schema of the database.")
 
-# A further package goes here: zav_package() and its install(... COMPONENT).
+if(ZAV_BUILD_TOOLS)
+    zav_package(zav
+        SECTION utils
+        MULTI_ARCH foreign
+        DEPENDS "libzav0 (= ${zav_deb_version})"
+        SUGGESTS sqlite3
+        SUMMARY "look at a database of fault definitions"
+        DESCRIPTION
+"libzav reads the definitions of fault types, and the texts that describe them
+in several languages, from a SQLite file.
+.
+This package holds the command zav, which shows what an application gets from
+such a file, writes it as SQL, and finds what would surprise an application.")
+endif()
 
 include(CPack)
