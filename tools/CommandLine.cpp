@@ -35,7 +35,7 @@ Number numberFrom(const std::string& text, const std::string& option)
     const char* end = text.data() + text.size();
     const auto [read, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || read != end) {
-        throw CLI::ValidationError(option, fmt::format("\"{}\" is no number from {} to {}", text,
+        throw CLI::ValidationError(option, fmt::format(R"("{}" is no number from {} to {})", text,
                                                        std::numeric_limits<Number>::min(),
                                                        std::numeric_limits<Number>::max()));
     }
@@ -73,7 +73,8 @@ Value chosen(const Choices<Value>& choices, const std::string& text, const std::
             return value;
         }
     }
-    throw CLI::ValidationError(option, fmt::format("\"{}\" is none of {}", text, namesOf(choices)));
+    throw CLI::ValidationError(option,
+                               fmt::format(R"("{}" is none of {})", text, namesOf(choices)));
 }
 
 template <class Value>

@@ -49,7 +49,7 @@ int Database::faultTypesWith(std::uint16_t code)
     ZavSqlFaultTypeDefTbl table("fault_type_definition");
     std::vector<FaultTypeDef> found;
     return DescriptionDb::sqliteDb.getTbl(
-        fmt::format("SELECT * FROM \"{}\" WHERE {} LIKE {}", table.tableName,
+        fmt::format(R"(SELECT * FROM "{}" WHERE {} LIKE {})", table.tableName,
                     table.columns.front().name, code),
         found, &table);
 }

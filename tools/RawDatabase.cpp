@@ -80,7 +80,7 @@ RawDatabase::~RawDatabase()
 
 std::optional<RawTable> RawDatabase::table(const std::string& name) const
 {
-    Statement select(*this, fmt::format("SELECT * FROM \"{}\"", name));
+    Statement select(*this, fmt::format(R"(SELECT * FROM "{}")", name));
     if (!select.isValid()) {
         return std::nullopt;
     }

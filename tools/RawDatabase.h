@@ -13,7 +13,7 @@ struct RawCell {
     std::string bytes;  ///< all of them, NUL bytes included
 
     /// @return what reaches the library: texts end at their first NUL byte there.
-    std::string text() const { return bytes.c_str(); }
+    std::string text() const { return bytes.substr(0, bytes.find('\0')); }
 };
 
 /// A table of the file as `SELECT *` returns it.

@@ -37,7 +37,7 @@ std::string doubledQuotes(const std::string& text)
 {
     std::string doubled;
     for (const char character : text) {
-        doubled += character == '\'' ? "''" : std::string(1, character);
+        doubled.append(character == '\'' ? 2 : 1, character);
     }
     return doubled;
 }

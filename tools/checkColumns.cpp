@@ -68,7 +68,7 @@ Finding missingColumn(const TableModel& model, const TableModel::Column& column)
             "",
             unfilled(column) + (isFilter ? "; " + model.lookup + " fails" : ""),
             column.isKey || isFilter ? tableAnew(model)
-                                     : fmt::format("ALTER TABLE \"{}\" ADD COLUMN \"{}\" {};",
+                                     : fmt::format(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
                                                    model.name, column.name, column.sqlType),
             true};
 }
@@ -81,8 +81,8 @@ Finding otherLetters(const TableModel& model, const TableModel::Column& column,
             "",
             name,
             "",
-            fmt::format("{}: the library looks for \"{}\"", unfilled(column), column.name),
-            fmt::format("ALTER TABLE \"{}\" RENAME COLUMN \"{}\" TO \"{}\";", model.name, name,
+            fmt::format(R"({}: the library looks for "{}")", unfilled(column), column.name),
+            fmt::format(R"(ALTER TABLE "{}" RENAME COLUMN "{}" TO "{}";)", model.name, name,
                         column.name),
             true};
 }
@@ -108,9 +108,9 @@ std::string lookupLater(const RawDatabase& database, const TableModel& model, co
         return "every field right; no lookup changes";
     }
     const std::string query =
-        fmt::format("SELECT * FROM \"{}\" WHERE {}{}0", model.name, filter, model.comparison);
+        fmt::format(R"(SELECT * FROM "{}" WHERE {}{}0)", model.name, filter, model.comparison);
     return database.accepts(query)
-               ? fmt::format("once a query has returned rows, {} finds by \"{}\" instead of \"{}\"",
+               ? fmt::format(R"(once a query has returned rows, {} finds by "{}" instead of "{}")",
                              model.lookup, filter, model.filterColumn().name)
                : fmt::format("once a query has returned rows, {} fails", model.lookup);
 }

@@ -165,12 +165,12 @@ void checkIndex(const RawDatabase& database, const TableModel& model, Findings& 
 {
     const std::string& column = model.filterColumn().name;
     const std::string query =
-        fmt::format("SELECT * FROM \"{}\" WHERE {}{}0", model.name, column, model.comparison);
+        fmt::format(R"(SELECT * FROM "{}" WHERE {}{}0)", model.name, column, model.comparison);
     if (database.readsWholeTable(query)) {
         findings.push_back(
             {"missing-index", model.name, "", column, "",
              fmt::format("the right records, but {} reads the whole table", model.lookup),
-             fmt::format("CREATE INDEX \"{0}_{1}\" ON \"{0}\" (\"{1}\");", model.name, column),
+             fmt::format(R"(CREATE INDEX "{0}_{1}" ON "{0}" ("{1}");)", model.name, column),
              false});
     }
 }

@@ -70,7 +70,7 @@ private:
     Finding null() const
     {
         Finding found = m_column.bits == 0
-                            ? finding("null", "\"n/a\"", "write '' if there is no text", true)
+                            ? finding("null", R"("n/a")", "write '' if there is no text", true)
                             : finding("null", "0", "write a number", true);
         found.value = "NULL";
         return found;

@@ -10,11 +10,11 @@ std::string quotedIfNeeded(const std::string& field)
     if (field.find_first_of(",\"\r\n") == std::string::npos) {
         return field;
     }
-    std::string quoted = "\"";
+    std::string doubled;
     for (const char character : field) {
-        quoted += character == '"' ? "\"\"" : std::string(1, character);
+        doubled.append(character == '"' ? 2 : 1, character);
     }
-    return quoted + '"';
+    return '"' + doubled + '"';
 }
 
 std::string csvLine(const std::vector<std::string>& fields)

@@ -31,7 +31,8 @@ std::string emphasised(const std::string& text, const Terminal& terminal)
 std::string padding(std::size_t width, const std::string& text)
 {
     const std::size_t used = displayWidth(text);
-    return std::string(width > used ? width - used : 0, ' ');
+    std::string blanks(width > used ? width - used : 0, ' ');
+    return blanks;
 }
 
 /// A table whose cells are safe to show, and the room that each column may have.

@@ -18,9 +18,9 @@ struct Case {
     std::string findings;
 };
 
-void PrintTo(const Case& row, std::ostream* stream)
+std::ostream& operator<<(std::ostream& stream, const Case& row)
 {
-    *stream << row.name;
+    return stream << row.name;
 }
 
 class CheckFindings : public testing::TestWithParam<Case> {};
@@ -244,7 +244,9 @@ TEST(CheckCommand, AdviceOfColumnsAndIndexWorks)
         const ZavCommand zav;
         const std::string file = zav.database(damage);
         ASSERT_EQ(zav.run("check " + file).status, 1) << damage;
-        zav.shell("zav check " + file + " | sed -n 's/^advice *//p' | sqlite3 -bail " + file);
+        const std::string advice =
+            zav.shell("zav check " + file + " | sed -n 's/^advice *//p'").output;
+        runSql(file, advice);
         EXPECT_EQ(zav.run("check " + file).output, "no findings\n") << damage;
     }
 }
