@@ -1,8 +1,8 @@
 // Makes the inputs from which fuzzing starts: makeSeeds <folder> fills <folder>/decoder and
 // <folder>/databaseFile.
 
-#include <cstdio>
 #include <filesystem>
+#include <iostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,7 +63,7 @@ const std::vector<Named> DATABASES = {
 int main(int argc, char** argv)
 {
     if (argc != 2) {
-        std::fputs("usage: makeSeeds FOLDER\n", stderr);
+        std::cerr << "usage: makeSeeds FOLDER\n";
         return 2;
     }
     const std::filesystem::path folder = argv[1];

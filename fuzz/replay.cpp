@@ -1,8 +1,8 @@
 // Runs a target on stored inputs, without libFuzzer: on each file named, and on each file in each
 // folder named.
 
-#include <cstdio>
 #include <filesystem>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -36,6 +36,7 @@ int main(int argc, char** argv)
             ++inputs;
         }
     }
-    std::printf("%zu inputs\n", inputs);
+    std::cout.clear();  // silenced by the targets
+    std::cout << inputs << " inputs\n";
     return inputs > 0 ? 0 : 1;
 }

@@ -110,7 +110,7 @@ typename std::enable_if<std::is_unsigned<T>::value && (sizeof(T) > 1), bool>::ty
 }
 
 /// Leaves every other type to the stream.
-inline bool readPlainDigits(const char*, const void*)
+inline bool readPlainDigits(const char* /*text*/, const void* /*number*/)
 {
     return false;
 }

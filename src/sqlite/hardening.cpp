@@ -8,12 +8,12 @@ namespace {
 /// enough that a damaged length cannot take the memory of a small device.
 constexpr int MAX_LENGTH = 16 * 1024 * 1024;
 
-constexpr int OFF = 0;
-constexpr int ON = 1;
+enum Switch : int { OFF = 0, ON = 1 };
 
-void configure(sqlite3* db, int option, int value)
+void configure(sqlite3* db, int option, Switch value)
 {
-    sqlite3_db_config(db, option, value, nullptr);  // refused by a SQLite that lacks the option
+    sqlite3_db_config(db, option, static_cast<int>(value),
+                      nullptr);  // refused by a SQLite that lacks the option
 }
 
 void execute(sqlite3* db, const char* sql)

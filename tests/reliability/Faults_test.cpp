@@ -120,8 +120,8 @@ protected:
             if (result == query.failure) {
                 EXPECT_TRUE(arguments.areUntouched()) << query.name << " " << which;
                 const std::string lines = output.text();
-                EXPECT_EQ(isFailureCertain ? lines : lines.substr(0, (OPENED + line).size()),
-                          OPENED + line);
+                EXPECT_EQ(isFailureCertain ? lines : lines.substr(0, (m_openedLine + line).size()),
+                          m_openedLine + line);
             } else {
                 EXPECT_FALSE(isFailureCertain) << query.name << " " << which;
                 EXPECT_EQ(result, query.success) << query.name << " " << which;
@@ -159,7 +159,7 @@ protected:
         report("openDb", faults);
     }
 
-    const std::string OPENED = "[DEBUG] ZAV::openDb() OK\n";
+    const std::string m_openedLine = "[DEBUG] ZAV::openDb() OK\n";
     TempDir m_dir;
     const std::string m_file = makeDatabase(m_dir.file("faults.db"), ROWS);
     FreshService m_service;

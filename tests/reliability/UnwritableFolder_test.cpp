@@ -27,7 +27,7 @@ constexpr const char* READ_ONLY =
 
 class UnwritableFolder : public testing::Test {
 protected:
-    ~UnwritableFolder() override { fs::permissions(m_dir.path(), fs::perms::owner_all); }
+    void TearDown() override { fs::permissions(m_dir.path(), fs::perms::owner_all); }
 
     void makeUnwritable()
     {
@@ -43,7 +43,7 @@ protected:
         const WithoutRootRights restricted;
         EXPECT_EQ(m_db.openDb(m_file, true), 0);
         const CoutCapture output;
-        const Generations generations = readGenerations(m_db);
+        Generations generations = readGenerations(m_db);
         m_lines = output.text();
         return generations;
     }

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -44,14 +43,15 @@ Usage usage()
 
 void print(const char* when, const Usage& used)
 {
-    std::printf("%-6s %ld descriptors, heap %lld bytes, SQLite %lld bytes, resident %ld KB\n", when,
-                used.descriptors, used.heapBytes, used.sqliteBytes, used.residentKilobytes);
+    std::cerr << when << ": " << used.descriptors << " descriptors, heap " << used.heapBytes
+              << " bytes, SQLite " << used.sqliteBytes << " bytes, resident "
+              << used.residentKilobytes << " KB\n";
 }
 
 void check(bool holds, const char* what)
 {
     if (!holds) {
-        std::fprintf(stderr, "unexpected: %s\n", what);
+        std::cerr << "unexpected: " << what << "\n";
         std::exit(1);
     }
 }
@@ -107,10 +107,9 @@ int main(int argc, char** argv)
 {
     const long cycles = argc == 2 ? std::strtol(argv[1], nullptr, 10) : 0;
     if (cycles <= 0) {
-        std::fputs("usage: soak CYCLES\n", stderr);
+        std::cerr << "usage: soak CYCLES\n";
         return 2;
     }
-    setvbuf(stdout, nullptr, _IONBF, 0);  // no buffer that counts as grown
     std::ofstream nowhere("/dev/null");
     std::cout.rdbuf(nowhere.rdbuf());
 
@@ -123,7 +122,7 @@ int main(int argc, char** argv)
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     const Usage after = usage();
     print("after", after);
-    std::printf("%ld cycles in %.1f s\n", cycles, seconds.count());
+    std::cerr << cycles << " cycles in " << seconds.count() << " s\n";
     std::cout.rdbuf(nullptr);
 
     check(after.descriptors == before.descriptors, "descriptors have grown");

@@ -35,8 +35,8 @@ int allowEverything(sqlite3* db, char** /*errorText*/, const sqlite3_api_routine
 
 class Hardening : public testing::Test {
 protected:
-    Hardening() { addAutoExtension(allowEverything); }
-    ~Hardening() override { removeAutoExtension(allowEverything); }
+    void SetUp() override { addAutoExtension(allowEverything); }
+    void TearDown() override { removeAutoExtension(allowEverything); }
 
     void open(bool readOnly) { ASSERT_EQ(m_db.openDb(m_file, readOnly), 0); }
 
