@@ -11,6 +11,9 @@ set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
 set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
 set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
 
+# Without the notes that GCC 7.1 changed how some arguments are passed: nothing older is linked to.
+set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
+
 # Nothing of the build machine is taken for the target's, its programs apart.
 list(APPEND CMAKE_FIND_ROOT_PATH /usr/arm-linux-gnueabihf)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
