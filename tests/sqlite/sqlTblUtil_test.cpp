@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
 #include <locale>
 #include <sstream>
@@ -232,6 +233,24 @@ TYPED_TEST(SetValueFromSqlResult, TextsAroundEveryLimitAreReadAsAStreamReadsThem
           "-18446744073709551616", "99999999999999999999999999999999",
           "00000000000000000000000000000042"}) {
         this->expectAsFromAStream(text, TYPE_NAME<TypeParam>);
+    }
+}
+
+TYPED_TEST(SetValueFromSqlResult, DigitsOfEveryLengthAreReadAsAStreamReadsThem)
+{
+    const char* const typeName = TYPE_NAME<TypeParam>;
+    for (const char first : {'0', '1', '5', '9'}) {
+        for (std::size_t length = 1; length <= 25; ++length) {
+            std::string digits(length, '9');
+            digits[0] = first;
+            this->expectAsFromAStream(digits, typeName);
+            this->expectAsFromAStream(digits + "/", typeName);
+            this->expectAsFromAStream(digits + ":", typeName);
+            this->expectAsFromAStream("/" + digits, typeName);
+            this->expectAsFromAStream(" " + digits, typeName);
+            const GroupingLocale locale;
+            this->expectAsFromAStream(digits, typeName);
+        }
     }
 }
 
