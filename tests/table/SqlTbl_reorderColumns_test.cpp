@@ -139,6 +139,13 @@ TEST_F(SqlTblReorderColumns, PlaceholderIsFoundByItsNameAndStaysUnbound)
     EXPECT_EQ(columnsOf(m_table), (Columns{text(), placeholder("severity")}));
 }
 
+TEST_F(SqlTblReorderColumns, ColumnWithoutBindingIsFoundByItsNameAndKeepsItsTypes)
+{
+    m_table.columns = {{"unbound", VARCHAR, SampleTbl::VALUE_TYPE_STRING, nullptr}};
+    m_table.reorderColumns({"unbound"});
+    EXPECT_EQ(columnsOf(m_table), (Columns{{"unbound", "VARCHAR", 4, nullptr}}));
+}
+
 TEST_F(SqlTblReorderColumns, NameThatOccursTwiceIsBoundTwice)
 {
     m_table.reorderColumns({"text", "wide", "text"});
