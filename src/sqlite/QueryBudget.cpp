@@ -4,8 +4,6 @@
 #include <sys/stat.h>
 #include <time.h>
 
-#include <algorithm>
-
 namespace {
 
 /// Steps of SQLite's machine between two looks at the clock: so many that a look costs nothing, so
@@ -52,13 +50,26 @@ int QueryBudget::isSpent(void* budget)
     if (!self.m_started) {
         self.start();
     }
-    return sqlite3_memory_used() > self.m_mostMemory || processorTime() > self.m_lastProcessorTime;
+    return self.takesTooMuchMemory() || self.takesTooLong();
 }
 
 void QueryBudget::start()
 {
     m_started = true;
-    m_lastProcessorTime = processorTime() + MOST_PROCESSOR_TIME;
-    m_mostMemory = sqlite3_memory_used() +
-                   std::max(MOST_MEMORY_OF_SMALL_FILE, MOST_MEMORY_PER_FILE_BYTE * fileSize(m_db));
+    m_memoryAtStart = sqlite3_memory_used();
+    m_processorTimeAtStart = processorTime();
+    m_start = std::chrono::steady_clock::now();
+}
+
+bool QueryBudget::takesTooMuchMemory() const
+{
+    const long long taken = sqlite3_memory_used() - m_memoryAtStart;
+    return taken > MOST_MEMORY_OF_SMALL_FILE && taken > MOST_MEMORY_PER_FILE_BYTE * fileSize(m_db);
+}
+
+// The processor's time never outruns the clock, which unlike it can be read without a system call.
+bool QueryBudget::takesTooLong() const
+{
+    return std::chrono::steady_clock::now() - m_start > MOST_PROCESSOR_TIME &&
+           processorTime() - m_processorTimeAtStart > MOST_PROCESSOR_TIME;
 }

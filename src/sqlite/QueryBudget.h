@@ -17,9 +17,12 @@ public:
 private:
     static int isSpent(void* budget);
     void start();
+    bool takesTooMuchMemory() const;
+    bool takesTooLong() const;
 
     sqlite3* m_db;
     bool m_started = false;
-    std::chrono::nanoseconds m_lastProcessorTime{};
-    long long m_mostMemory = 0;
+    long long m_memoryAtStart = 0;
+    std::chrono::nanoseconds m_processorTimeAtStart{};
+    std::chrono::steady_clock::time_point m_start;
 };
