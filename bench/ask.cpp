@@ -13,8 +13,8 @@
 
 namespace {
 
-template <class Kind, std::size_t count>
-const Kind& named(const std::string& name, const Kind (&kinds)[count])
+template <class Kind, std::size_t COUNT>
+const Kind& named(const std::string& name, const Kind (&kinds)[COUNT])
 {
     for (const Kind& kind : kinds) {
         if (name == kind.name) {
@@ -24,26 +24,35 @@ const Kind& named(const std::string& name, const Kind (&kinds)[count])
     throw std::invalid_argument("no such reader or question: " + name);
 }
 
-}  // namespace
-
-int main(int argc, char** argv)
+int ask(const ReaderKind& kind, Question question, unsigned short code, int times,
+        const std::string& file)
 {
-    if (argc != 6) {
-        std::cerr << "usage: zav_ask READER QUESTION CODE TIMES FILE\n";
-        return 2;
-    }
-    const Question question = named(argv[2], QUESTIONS).question;
-    const auto code = static_cast<unsigned short>(std::stoul(argv[3]));
     const auto start = std::chrono::steady_clock::now();
-    const std::unique_ptr<Reader> reader = named(argv[1], READERS).open(argv[5]);
+    const std::unique_ptr<Reader> reader = kind.open(file);
     const std::size_t rows = reader->ask(question, code);
     const std::chrono::nanoseconds first = std::chrono::steady_clock::now() - start;
     if (rows == 0) {
         std::cerr << "nothing found\n";
         return 1;
     }
-    for (int done = 1; done < std::stoi(argv[4]); ++done) {
+    for (int done = 1; done < times; ++done) {
         reader->ask(question, code);
     }
     std::cout << first.count() << "\n";
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+try {
+    if (argc != 6) {
+        std::cerr << "usage: zav_ask READER QUESTION CODE TIMES FILE\n";
+        return 2;
+    }
+    return ask(named(argv[1], READERS), named(argv[2], QUESTIONS).question,
+               static_cast<unsigned short>(std::stoul(argv[3])), std::stoi(argv[4]), argv[5]);
+} catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    return 1;
 }

@@ -50,7 +50,7 @@ int QueryBudget::isSpent(void* budget)
     if (!self.m_started) {
         self.start();
     }
-    return self.takesTooMuchMemory() || self.takesTooLong();
+    return self.takesTooMuchMemory() || self.takesTooLong() ? 1 : 0;
 }
 
 void QueryBudget::start()
