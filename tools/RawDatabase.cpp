@@ -85,6 +85,7 @@ std::optional<RawTable> RawDatabase::table(const std::string& name) const
         return std::nullopt;
     }
     RawTable table;
+    table.columns.reserve(static_cast<std::size_t>(select.columnCount()));
     for (int i = 0; i < select.columnCount(); ++i) {
         table.columns.push_back(select.columnName(i));
     }

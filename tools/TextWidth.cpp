@@ -24,7 +24,8 @@ std::string printableExcept(std::string_view text, std::string_view kept)
         const std::string_view bytes = text.substr(0, character.length);
         if (!character.valid) {
             shown += "\uFFFD";
-        } else if (utf8::isControl(character.codePoint) && kept.find(bytes) == kept.npos) {
+        } else if (utf8::isControl(character.codePoint) &&
+                   kept.find(bytes) == std::string_view::npos) {
             shown += escape(character.codePoint);
         } else {
             shown += bytes;
@@ -43,7 +44,8 @@ std::size_t widthOf(char32_t codePoint)
 std::vector<std::string_view> split(std::string_view text, char separator)
 {
     std::vector<std::string_view> parts;
-    for (std::size_t end = text.find(separator); end != text.npos; end = text.find(separator)) {
+    for (std::size_t end = text.find(separator); end != std::string_view::npos;
+         end = text.find(separator)) {
         parts.push_back(text.substr(0, end));
         text.remove_prefix(end + 1);
     }
@@ -116,7 +118,7 @@ void initTextWidth()
 {
     // Widths only: numbers and messages stay as they are. Without this locale every character that
     // is not ASCII counts as one column, which is right for all but the rarest here.
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    (void)std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
 std::size_t displayWidth(std::string_view text)

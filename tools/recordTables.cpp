@@ -25,6 +25,7 @@ template <class Record>
 std::vector<Table::Row> rowsOf(const std::vector<Record>& records)
 {
     std::vector<Table::Row> rows;
+    rows.reserve(records.size());
     for (const Record& record : records) {
         rows.push_back(rowOf(record));
     }

@@ -167,8 +167,9 @@ TEST(FaultCommand, TakesOnlyDecimalCodesOf16Bits)
 {
     const ZavCommand zav;
     const std::string file = zav.database("INSERT INTO fault_type_definition(code) VALUES(8)");
+    const std::string fault = "fault " + file + " ";
     for (const std::string code : {"65536", "0x8", "8.0", "+8", "' 8'", "''", "eight"}) {
-        const CommandResult result = zav.run("fault " + file + " " + code);
+        const CommandResult result = zav.run(fault + code);
         EXPECT_EQ(result.output, "") << code;
         EXPECT_EQ(result.status, 2) << code;
     }

@@ -91,6 +91,16 @@ TEST(SqlCommand, RemakesTheSample)
     EXPECT_EQ(remade(zav, file, "insert"), expected);
 }
 
+/// Adds a row to each table, with an SQL expression as every text.
+std::string rowsWith(const std::string& text)
+{
+    const std::string twoTexts = text + "," + text;
+    return "INSERT INTO fault_type_definition VALUES(NULL," + twoTexts +
+           ",4294967295,65535);"
+           "INSERT INTO descriptions VALUES(NULL,65535,65535," +
+           twoTexts + "," + twoTexts + "," + text + ")";
+}
+
 TEST(SqlCommand, RemakesTextsThatAreHardToWrite)
 {
     const char* const texts[] = {
@@ -111,14 +121,7 @@ TEST(SqlCommand, RemakesTextsThatAreHardToWrite)
     const ZavCommand zav;
     const std::string file = zav.database();
     for (const std::string text : texts) {
-        runSql(file,
-               "INSERT INTO fault_type_definition(alias, type, bug, clear_after_cycle_nr)"
-               " VALUES(" +
-                   text + "," + text +
-                   ",4294967295,65535);"
-                   "INSERT INTO descriptions(id_fault_type, id_language, name, short_description,"
-                   " description, comment, remedy) VALUES(65535,65535," +
-                   text + "," + text + "," + text + "," + text + "," + text + ")");
+        runSql(file, rowsWith(text));
     }
     const std::string expected = dump(zav, file);
     EXPECT_EQ(remade(zav, file, "insert"), expected);
