@@ -235,7 +235,7 @@ TEST_F(OddContents, DamagedByteNeverEndsTheProcessNorChangesTheFile)
 {
     makeSmall(m_file);
     const std::string whole = contents(m_file);
-    for (std::size_t offset = 0; offset < whole.size(); offset += 13) {
+    for (std::size_t offset = 0; offset < whole.size(); offset += 41) {
         std::string damaged = whole;
         damaged[offset] = static_cast<char>(damaged[offset] ^ (1 << offset % 8));
         setContents(m_file, damaged);
