@@ -25,7 +25,7 @@ std::ptrdiff_t slotOf(Member member)
         std::ptrdiff_t function;
         std::ptrdiff_t adjustment;
     } representation;
-    static_assert(sizeof representation == sizeof member, "");
+    static_assert(sizeof representation == sizeof member);
     std::memcpy(&representation, &member, sizeof member);
 #ifdef __arm__
     const bool isVirtual = (representation.adjustment & 1) != 0;

@@ -74,13 +74,13 @@ protected:
     std::vector<FaultTypeDef> m_records;
 };
 
-void leaveOpenState(sqlite3_context* context, int, sqlite3_value**)
+void leaveOpenState(sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/)
 {
     static_cast<Sqlite3Db*>(sqlite3_user_data(context))->m_dbState = 2;
     sqlite3_result_int(context, 1);
 }
 
-void leaveOpenStateAndFail(sqlite3_context* context, int, sqlite3_value**)
+void leaveOpenStateAndFail(sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/)
 {
     static_cast<Sqlite3Db*>(sqlite3_user_data(context))->m_dbState = 2;
     sqlite3_result_error(context, "left", -1);
@@ -374,9 +374,10 @@ TEST_F(GetTblTest, LinesAreWrittenAndFlushedUnderTheLogLock)
 TEST_F(GetTblTest, LogLockIsFreeWhileTheDatabaseWorks)
 {
     m_db.m_dbgLevel = 2;
-    makeFunction("is_log_lock_free", [](sqlite3_context* context, int, sqlite3_value**) {
-        sqlite3_result_int(context, isLogLockFree() ? 1 : 0);
-    });
+    makeFunction("is_log_lock_free",
+                 [](sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/) {
+                     sqlite3_result_int(context, isLogLockFree() ? 1 : 0);
+                 });
     const CoutCapture capture;
     EXPECT_EQ(query("SELECT is_log_lock_free() AS code"), 1);
     EXPECT_EQ(m_records.at(0).code, 1U);

@@ -199,6 +199,7 @@ TYPED_TEST(OtherNumberCell, IsReadLikeFromAStream)
 
 /// A number of an application's own, which only a stream can read.
 struct Celsius {
+    // NOLINTNEXTLINE(google-explicit-constructor): a number is first set to 0
     Celsius(int whole) : degrees(whole) {}
     int degrees;
 };

@@ -66,10 +66,10 @@ protected:
         const OpenedHandle handle;
         ASSERT_EQ(m_db.openDb(makeFile(mib), true), 0);
         ASSERT_EQ(query(m_db, SCAN), "count(*)|0");
-        m_readByFirst = handle.take(SQLITE_DBSTATUS_CACHE_MISS);
+        m_readByFirst = OpenedHandle::take(SQLITE_DBSTATUS_CACHE_MISS);
         ASSERT_EQ(query(m_db, SCAN), "count(*)|0");
-        m_readBySecond = handle.take(SQLITE_DBSTATUS_CACHE_MISS);
-        m_kept = handle.take(SQLITE_DBSTATUS_CACHE_USED);
+        m_readBySecond = OpenedHandle::take(SQLITE_DBSTATUS_CACHE_MISS);
+        m_kept = OpenedHandle::take(SQLITE_DBSTATUS_CACHE_USED);
     }
 
     const TempDir m_dir;

@@ -54,7 +54,7 @@ ChildProcess::~ChildProcess()
     close(m_signals);
 }
 
-bool ChildProcess::waitForSignal()
+bool ChildProcess::waitForSignal() const
 {
     char byte = 0;
     return read(m_signals, &byte, 1) == 1;

@@ -19,7 +19,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     /// @return whether the child has signalled; false if it has ended without.
-    bool waitForSignal();
+    bool waitForSignal() const;
 
     /// Ends the child by SIGKILL, as a power cut would.
     void kill();

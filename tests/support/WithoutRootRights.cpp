@@ -38,6 +38,7 @@ WithoutRootRights::WithoutRootRights()
     }
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): no test may go on without its rights
 WithoutRootRights::~WithoutRootRights()
 {
     Capabilities capabilities;

@@ -7,6 +7,7 @@
 class WithoutRootRights {
 public:
     WithoutRootRights();
+    // NOLINTNEXTLINE(bugprone-exception-escape): no test may go on without its rights
     ~WithoutRootRights();
     WithoutRootRights(const WithoutRootRights&) = delete;
     WithoutRootRights& operator=(const WithoutRootRights&) = delete;

@@ -25,6 +25,7 @@ const TableMemory& lastTableMemory()
 
 // These stand before SQLite's own, since a program's functions come before those of its libraries.
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): names that say more
 int sqlite3_get_table(sqlite3* db, const char* sql, char*** result, int* rowCount, int* columnCount,
                       char** errorText)
 {
