@@ -60,8 +60,7 @@ std::string summary(std::size_t count)
 
 }  // namespace
 
-// cppcheck-suppress constParameter ; every command is called alike
-ExitStatus runCheck(Database& database, Output& output)
+ExitStatus runCheck(const Database& database, Output& output)
 {
     const Findings findings = findSurprises(database.file());
     if (output.format() != Format::TABLE) {

@@ -5,4 +5,4 @@
 #include "Output.h"
 
 /// zav check: what would surprise an application.
-ExitStatus runCheck(Database& database, Output& output);
+ExitStatus runCheck(const Database& database, Output& output);

@@ -90,11 +90,11 @@ std::optional<RawTable> RawDatabase::table(const std::string& name) const
         table.columns.push_back(select.columnName(i));
     }
     while (select.step()) {
-        std::vector<RawCell> row;
+        std::vector<RawCell>& row = table.rows.emplace_back();
+        row.reserve(table.columns.size());
         for (int i = 0; i < select.columnCount(); ++i) {
             row.push_back(select.cell(i));
         }
-        table.rows.push_back(std::move(row));
     }
     return table;
 }

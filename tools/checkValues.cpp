@@ -21,12 +21,12 @@ std::uint64_t largest(unsigned bits)
 }
 
 template <class Number>
-// cppcheck-suppress passedByValue ; the decoder takes a cell that could be written
-std::optional<std::uint64_t> decodedAs(std::string text)
+std::optional<std::uint64_t> decodedAs(const RawCell& cell)
 {
-    char* cell = text.data();
+    std::string text = cell.text();
+    char* start = text.data();
     Number number = 0;
-    if (sqlTblUtil::setValueFromSqlResult(&cell, &number) != 0) {
+    if (sqlTblUtil::setValueFromSqlResult(&start, &number) != 0) {
         return std::nullopt;
     }
     return number;
@@ -36,8 +36,7 @@ std::optional<std::uint64_t> decodedAs(std::string text)
 std::optional<std::uint64_t> decoded(const RawCell& cell, unsigned bits)
 {
     const LibrarySilence silence;
-    return bits == 16 ? decodedAs<unsigned short>(cell.text())
-                      : decodedAs<unsigned int>(cell.text());
+    return bits == 16 ? decodedAs<unsigned short>(cell) : decodedAs<unsigned int>(cell);
 }
 
 /// The checks of one cell.

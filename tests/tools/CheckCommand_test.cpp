@@ -27,12 +27,12 @@ class CheckFindings : public testing::TestWithParam<Case> {};
 
 TEST_P(CheckFindings, AreListed)
 {
+    const Case& row = GetParam();
     const ZavCommand zav;
-    const CommandResult result =
-        zav.run("check --format csv " + zav.database(CLEAN + GetParam().sql));
-    EXPECT_EQ(result.output, HEADER + GetParam().findings);
+    const CommandResult result = zav.run("check --format csv " + zav.database(CLEAN + row.sql));
+    EXPECT_EQ(result.output, HEADER + row.findings);
     EXPECT_EQ(result.errors, "");
-    EXPECT_EQ(result.status, GetParam().findings.empty() ? 0 : 1);
+    EXPECT_EQ(result.status, row.findings.empty() ? 0 : 1);
 }
 
 const std::string FAULT_ORDER =
