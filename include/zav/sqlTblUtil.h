@@ -84,25 +84,25 @@ ZAV_EXPORT void decodeField(std::uint32_t kind, void* field, char** cell);
 ZAV_EXPORT void eraseLastSeparator(std::string& list);
 
 /// Reads the common text of a number cell, a few plain decimal digits and nothing else, without the
-/// cost of a stream: no more digits than every T can hold, so that none is out of range. A stream
-/// would read the same, whatever the global locale: digits need no grouping.
+/// cost of a stream. A stream would read the same, whatever the global locale: digits need no
+/// grouping.
 ///
 /// @tparam T      an unsigned type that a stream reads as a number, not as a character or a bool.
 /// @param text    any text.
 /// @param number  written only when the result is true.
-/// @return whether it was such a text.
+/// @return whether it was such a text, and its number one that T can hold.
 template <class T>
 typename std::enable_if<std::is_unsigned<T>::value && (sizeof(T) > 1), bool>::type readPlainDigits(
     const char* text, T* number)
 {
-    decltype(T() + 0U) value = 0;
+    unsigned long long value = 0;
     int digits = 0;
-    while (digits < std::numeric_limits<T>::digits10 && text[digits] >= '0' &&
+    while (digits < std::numeric_limits<unsigned long long>::digits10 && text[digits] >= '0' &&
            text[digits] <= '9') {
         value = value * 10 + static_cast<unsigned>(text[digits] - '0');
         ++digits;
     }
-    if (digits == 0 || text[digits] != '\0') {
+    if (digits == 0 || text[digits] != '\0' || value > std::numeric_limits<T>::max()) {
         return false;
     }
     *number = static_cast<T>(value);
