@@ -44,6 +44,7 @@ struct Report {
 
 }  // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 void* malloc(std::size_t size)
@@ -66,3 +67,4 @@ void free(void* block)
     __libc_free(removed(block));
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

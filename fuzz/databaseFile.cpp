@@ -32,13 +32,13 @@ void ask(Sqlite3Db& db, Table& table, const std::string& condition)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     std::cout.setstate(std::ios_base::badbit);  // no lines: they are not what is tried
-    static const TempDir DIR;
-    static const std::string INPUT = DIR.file("input.db");
+    static const TempDir dir;
+    static const std::string input = dir.file("input.db");
     const std::string bytes(data, data + size);
-    setContents(INPUT, bytes);
+    setContents(input, bytes);
 
     Sqlite3Db db(0);
-    expect(db.openDb(INPUT, true) == 0, "any file opens");
+    expect(db.openDb(input, true) == 0, "any file opens");
     ZavSqlFaultTypeDefTbl faultTypes("fault_type_definition");
     ZavSqlDescriptionsTbl descriptions("descriptions");
     ask<FaultTypeDef>(db, faultTypes, "");
@@ -46,6 +46,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     ask<Descriptions>(db, descriptions, "");
     ask<Descriptions>(db, descriptions, " WHERE id_fault_type=17");
     expect(db.closeDb() == 0, "the database closes");
-    expect(contents(INPUT) == bytes, "the file is as it was");
+    expect(contents(input) == bytes, "the file is as it was");
     return 0;
 }

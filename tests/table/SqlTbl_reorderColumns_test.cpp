@@ -211,7 +211,7 @@ TEST_F(SqlTblReorderColumns, RoomIsReservedForAsManyColumnsAsBefore)
 TEST_F(SqlTblReorderColumns, FailedAllocationLeavesTheListAsItWas)
 {
     const std::string longName = "a name too long for the short string buffer";
-    m_table.columns.emplace_back(longName.c_str(), KEY, SampleTbl::VALUE_TYPE_UINT16,
+    m_table.columns.emplace_back(longName, KEY, SampleTbl::VALUE_TYPE_UINT16,
                                  &m_table.record.narrow);
     const Columns before = columnsOf(m_table);
     const Names names = {longName, "text", longName + "s", "a", "b", "c", "wide"};

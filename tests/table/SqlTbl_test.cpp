@@ -120,6 +120,17 @@ TEST(SqlTbl, ColumnFieldsStandInTheirOrder)
     EXPECT_TRUE(standsBefore(&column.valueType, &column.pValue));
 }
 
+TEST(SqlTbl, ColumnTakesItsTextsAsStringsToo)
+{
+    SampleTbl table;
+    const SampleTbl::column_t column(std::string("text"), std::string(VARCHAR),
+                                     SampleTbl::VALUE_TYPE_STRING, &table.record.text);
+    EXPECT_EQ(column.name, "text");
+    EXPECT_EQ(column.sqlType, "VARCHAR");
+    EXPECT_EQ(column.valueType, SampleTbl::VALUE_TYPE_STRING);
+    EXPECT_EQ(column.pValue, &table.record.text);
+}
+
 TEST(SqlTbl, CopyOfAColumnIsBoundToTheSameField)
 {
     SampleTbl table;

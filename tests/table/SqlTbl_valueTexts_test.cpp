@@ -27,7 +27,7 @@ protected:
 
     void bind(const std::string& sqlType, std::uint32_t type, void* field)
     {
-        m_table.columns = {{"x", sqlType.c_str(), OwnKindsTbl::kind(type), field}};
+        m_table.columns = {{"x", sqlType, OwnKindsTbl::kind(type), field}};
     }
 
     /// Expects a value text of a bound column, and no line.
