@@ -123,16 +123,16 @@ void decodeShortTexts()
 template <class T>
 void decodeRandomTexts(int count)
 {
-    static const std::string CHARACTERS =
+    static const std::string characters =
         "01234567890123456789012345678901234567890123456789 +-,.xe\t";
     std::mt19937 random(20);  // the same texts in each run
     std::uniform_int_distribution<std::size_t> length(0, 21);
-    std::uniform_int_distribution<std::size_t> character(0, CHARACTERS.size() - 1);
+    std::uniform_int_distribution<std::size_t> character(0, characters.size() - 1);
     Comparison<T> comparison;
     for (int i = 0; i < count; ++i) {
         std::string text(length(random), ' ');
         for (char& next : text) {
-            next = CHARACTERS[character(random)];
+            next = characters[character(random)];
         }
         comparison.decode(text);
     }
@@ -145,7 +145,7 @@ class NumberCell : public ::testing::Test {
 };
 
 using Widths = ::testing::Types<unsigned short, unsigned int, unsigned long long>;
-TYPED_TEST_SUITE(NumberCell, Widths);
+TYPED_TEST_SUITE(NumberCell, Widths, );
 
 TYPED_TEST(NumberCell, All16BitNumbersAreReadLikeFromAStream)
 {
@@ -186,7 +186,7 @@ class OtherNumberCell : public ::testing::Test {
 
 using OtherTypes = ::testing::Types<bool, char, signed char, unsigned char, short, int, long,
                                     unsigned long, long long, float, double>;
-TYPED_TEST_SUITE(OtherNumberCell, OtherTypes);
+TYPED_TEST_SUITE(OtherNumberCell, OtherTypes, );
 
 TYPED_TEST(OtherNumberCell, IsReadLikeFromAStream)
 {
