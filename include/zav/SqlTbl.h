@@ -238,12 +238,13 @@ template <class T>
 int SqlTbl<T>::setDatafromSqlResult(char** row)
 {
     std::uint16_t boundColumns = 0;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].pValue == nullptr) {
-            continue;
+    char** cell = row;
+    for (const column_t& column : columns) {
+        if (column.pValue != nullptr) {
+            ++boundColumns;
+            decodeCell(column, cell);
         }
-        ++boundColumns;
-        decodeCell(columns[i], row + i);
+        ++cell;
     }
     return boundColumns;
 }
