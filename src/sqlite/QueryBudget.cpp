@@ -1,7 +1,6 @@
 #include "QueryBudget.h"
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <time.h>
 
 namespace {
@@ -14,8 +13,8 @@ constexpr int STEPS_PER_LOOK = 1000;
 /// hundred thousand texts takes a slow device one second.
 constexpr std::chrono::seconds MOST_PROCESSOR_TIME(10);
 
-/// A cell takes one byte of the file at the least and some 40 bytes of a result: no table comes to
-/// more than this, a view without end does.
+/// A cell takes one byte of the file at the least and some 40 bytes of a result: a table as it was
+/// created comes to no more than this, a view without end does.
 constexpr long long MOST_MEMORY_PER_FILE_BYTE = 64;
 constexpr long long MOST_MEMORY_OF_SMALL_FILE = 64LL * 1024 * 1024;
 
@@ -26,10 +25,22 @@ std::chrono::nanoseconds processorTime()
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-long long fileSize(sqlite3* db)
+long long fileSize(sqlite3* db, int whichFile)
 {
-    struct stat status = {};
-    return stat(sqlite3_db_filename(db, "main"), &status) == 0 ? status.st_size : 0;
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(db, "main", whichFile, &file) == SQLITE_OK &&
+        file->pMethods != nullptr) {
+        file->pMethods->xFileSize(file, &size);
+    }
+    return size;
+}
+
+/// Of the files that are open, whatever their paths name by now. In WAL mode most of a database may
+/// still be in its log.
+long long databaseSize(sqlite3* db)
+{
+    return fileSize(db, SQLITE_FCNTL_FILE_POINTER) + fileSize(db, SQLITE_FCNTL_JOURNAL_POINTER);
 }
 
 }  // namespace
@@ -64,7 +75,8 @@ void QueryBudget::start()
 bool QueryBudget::takesTooMuchMemory() const
 {
     const long long taken = sqlite3_memory_used() - m_memoryAtStart;
-    return taken > MOST_MEMORY_OF_SMALL_FILE && taken > MOST_MEMORY_PER_FILE_BYTE * fileSize(m_db);
+    return taken > MOST_MEMORY_OF_SMALL_FILE &&
+           taken > MOST_MEMORY_PER_FILE_BYTE * databaseSize(m_db);
 }
 
 // The processor's time never outruns the clock, which unlike it can be read without a system call.

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <string>
 
@@ -48,6 +49,27 @@ TEST_F(QueryBudget, IsNewForEachQuery)
                     "SELECT count(*) AS n FROM (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
                     "SELECT i + 1 FROM n LIMIT 100000) SELECT i FROM n)"),
               "n|100000");
+}
+
+TEST_F(QueryBudget, GrowsWithTheLogOfAFileInWalMode)
+{
+    OpenFile writer(m_file);  // while it is open, the log is not moved into the file
+    writer.run(
+        "PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=0;"
+        "CREATE TABLE t(x); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+        "LIMIT 2000) INSERT INTO t SELECT hex(zeroblob(500)) FROM n");
+    ASSERT_EQ(m_db.openDb(m_file, true), 0);
+    char** result = nullptr;
+    char* errorText = nullptr;
+    int rows = 0;
+    int columns = 0;
+    EXPECT_EQ(m_db.getTable("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                            "LIMIT 40) SELECT x FROM t, n",
+                            &result, &rows, &columns, &errorText),
+              0);
+    EXPECT_EQ(rows, 80000);
+    sqlite3_free_table(result);
+    sqlite3_free(errorText);
 }
 
 TEST_F(QueryBudget, IsNotForAWritingConnection)
