@@ -23,6 +23,7 @@ void writeLine(const char* severity, const char* component, const char* function
                const Message&... message)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
+    std::cout.width(0);  // one that the application has set was meant for a text of its own
     std::cout << severity << component << "::" << function << "() ";
     (std::cout << ... << message) << std::endl;
 }

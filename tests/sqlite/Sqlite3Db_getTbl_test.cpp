@@ -292,7 +292,9 @@ TEST_F(GetTblTest, FileThatIsNoDatabaseFails)
     Sqlite3Db db(0);
     ASSERT_EQ(db.openDb(m_dir.file("notes.txt"), true), 0);
     const CoutCapture capture;
+    std::cout << std::hex;  // an application's format does not count
     EXPECT_EQ(db.getTbl(ALL, m_records, &m_table), -2);
+    std::cout << std::dec;
     EXPECT_EQ(capture.text(),
               "[ERROR] SQL3::getTbl() Sql Query failed: file is not a database Err=26\n");
 }
@@ -497,6 +499,21 @@ TEST_F(GetTblTest, FailedAllocationPassesAndLeavesTheResult)
     EXPECT_EQ(sqlite3_memory_used(), before);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(records.at(2).alias, "third");
+}
+
+TEST_F(GetTblTest, ListIsEmptiedAndReservedBeforeTheColumnsAreMatched)
+{
+    sqlite3_trace_v2(m_trace.connection(), 0, nullptr, nullptr);  // it allocates too
+    const std::string statement = "SELECT alias FROM fault_type_definition";
+    m_records.resize(2);
+    m_records.shrink_to_fit();
+    {
+        const FailingNew failing(1);  // the reserve for more rows than the list has room for
+        EXPECT_THROW(query(statement), std::bad_alloc);
+    }
+    sqlite3_free_table(lastTableMemory().result);
+    EXPECT_TRUE(m_records.empty());
+    EXPECT_EQ(columnNames(m_table), MODEL_COLUMNS);
 }
 
 TEST_F(GetTblTest, DescriptionsAreRead)

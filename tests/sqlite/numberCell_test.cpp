@@ -8,10 +8,12 @@
 #include <locale>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <typeinfo>
 
 #include "support/CoutCapture.h"
+#include "support/GlobalLocale.h"
 #include "zav/sqlTblUtil.h"
 
 namespace {
@@ -57,21 +59,6 @@ private:
     std::istringstream m_stream;
     std::string m_expectedLines;
     CoutCapture m_cout;
-};
-
-/// Punctuation of a country that writes a million as 1,000,000.
-class GroupedDigits : public std::numpunct<char> {
-    char do_thousands_sep() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-class GlobalLocale {
-public:
-    explicit GlobalLocale(const std::locale& locale) : m_previous(std::locale::global(locale)) {}
-    ~GlobalLocale() { std::locale::global(m_previous); }
-
-private:
-    const std::locale m_previous;
 };
 
 template <class T>
@@ -169,14 +156,28 @@ TYPED_TEST(NumberCell, RandomTextsAreReadLikeFromAStream)
 
 TYPED_TEST(NumberCell, AGlobalLocaleThatGroupsDigitsCountsLikeForAStream)
 {
-    const GlobalLocale global(std::locale(std::locale::classic(), new GroupedDigits));
+    const GlobalLocale global(groupingLocale());
     decodeAll16BitNumbers<TypeParam>();
     decodeLimits<TypeParam>();
     decodeRandomTexts<TypeParam>(RANDOM_TEXTS / 10);
     Comparison<TypeParam> comparison;
-    for (const char* text : {"1,234", "12,34", "1,23", ",1", "1,", "1,,234", "12,345,678"}) {
+    for (const char* text : {"1.234", "12.34", "1.23", ".1", "1.", "1..234", "12.345.678"}) {
         comparison.decode(text);
     }
+}
+
+TYPED_TEST(NumberCell, StreamThatBreaksCountsLikeForAStream)
+{
+    class Broken : public std::num_get<char> {
+        iter_type do_get(iter_type /*in*/, iter_type /*end*/, std::ios_base& /*format*/,
+                         std::ios_base::iostate& /*error*/, TypeParam& /*number*/) const override
+        {
+            throw std::runtime_error("broken");  // the stream is left bad, but has not failed
+        }
+    };
+    const GlobalLocale global(std::locale(std::locale::classic(), new Broken));
+    Comparison<TypeParam> comparison;
+    comparison.decode(" 7");
 }
 
 /// Types that the library has no column for, but an application's own code may read cells into.

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <iomanip>
+#include <iostream>
 #include <limits>
 #include <locale>
 #include <sstream>
@@ -13,28 +15,11 @@
 #include "support/CoutCapture.h"
 #include "support/CoutRedirect.h"
 #include "support/FailingCout.h"
+#include "support/GlobalLocale.h"
 #include "support/LockProbe.h"
 #include "support/reporterLines.h"
 
 namespace {
-
-/// Makes the global locale group digits while it lives.
-class GroupingLocale {
-public:
-    GroupingLocale() : m_previous(std::locale::global(std::locale(std::locale(), new Grouping))) {}
-    ~GroupingLocale() { std::locale::global(m_previous); }
-    GroupingLocale(const GroupingLocale&) = delete;
-    GroupingLocale& operator=(const GroupingLocale&) = delete;
-
-private:
-    class Grouping : public std::numpunct<char> {
-    protected:
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
-    };
-
-    std::locale m_previous;
-};
 
 TEST(SqlTblUtilReporters, ErrorIsOneWholeLineThatIsFlushed)
 {
@@ -66,6 +51,19 @@ TEST(SqlTblUtilReporters, MessageIsWrittenAsItIs)
     }
 }
 
+TEST(SqlTblUtilReporters, FormatThatTheApplicationHasSetDoesNotCount)
+{
+    const CoutCapture capture;
+    std::ios formatBefore(nullptr);
+    formatBefore.copyfmt(std::cout);
+    std::cout << std::setfill('*') << std::right << std::setw(40);
+    sqlTblUtil::printError("message");
+    std::cout << std::setw(40);
+    sqlTblUtil::printWarning("message");
+    std::cout.copyfmt(formatBefore);
+    EXPECT_EQ(capture.text(), errorLine("message") + warningLine("message"));
+}
+
 TEST(SqlTblUtilReporters, ExceptionOfTheStreamPassesThroughAndFreesTheLock)
 {
     {
@@ -91,7 +89,7 @@ TEST(SqlTblUtilNumberText, IsUnsignedDecimal)
 
 TEST(SqlTblUtilNumberText, IsGroupedOnlyWhereTheGlobalLocaleGroups)
 {
-    const GroupingLocale locale;
+    const GlobalLocale global(groupingLocale());
     EXPECT_EQ(sqlTblUtil::numberText(4294967295), "4.294.967.295");
 }
 
@@ -248,7 +246,7 @@ TYPED_TEST(SetValueFromSqlResult, DigitsOfEveryLengthAreReadAsAStreamReadsThem)
             this->expectAsFromAStream(digits + ":", typeName);
             this->expectAsFromAStream("/" + digits, typeName);
             this->expectAsFromAStream(" " + digits, typeName);
-            const GroupingLocale locale;
+            const GlobalLocale global(groupingLocale());
             this->expectAsFromAStream(digits, typeName);
         }
     }
@@ -256,7 +254,7 @@ TYPED_TEST(SetValueFromSqlResult, DigitsOfEveryLengthAreReadAsAStreamReadsThem)
 
 TYPED_TEST(SetValueFromSqlResult, GroupedTextsAreReadAsAStreamReadsThem)
 {
-    const GroupingLocale locale;
+    const GlobalLocale global(groupingLocale());
     for (const char* text : {"1234", "1.234", "12.34", "4.294.967.295", "1.2345"}) {
         this->expectAsFromAStream(text, TYPE_NAME<TypeParam>);
     }
