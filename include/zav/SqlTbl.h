@@ -26,14 +26,19 @@
 /// | "INTEGER"                                    | bare number              | the same     |
 /// | any other                                    | empty                    | the same     |
 ///
-/// @tparam T  the record type: default-constructible and copy-assignable.
+/// A "VARCHAR" column of a built-in kind is read as a `std::string`, whichever kind it is: bind a
+/// number to "INTEGER". A column without a field has the value `'null'` in a "VARCHAR" column and
+/// `0` in an "INTEGER" one.
+///
+/// @tparam T  the record type: default-constructible and copyable.
 /// @note Not safe for concurrent use, and neither copied nor moved: the columns point into the
 ///       object's own working record.
 template <class T>
 class ZAV_EXPORT SqlTbl {
 public:
     /// The kind of field that a column is bound to. Values from 5 up are a derived table's own: it
-    /// gives them a meaning by overriding convertValueToStr() and convertValueFromStr().
+    /// gives them a meaning by overriding convertValueToStr() and convertValueFromStr(). Both get
+    /// the 0 of a column, too, that is bound all the same.
     enum columnValueType_t : std::uint32_t {
         VALUE_TYPE_NONE = sqlTblUtil::FIELD_NONE,      ///< 0: not bound; a column of a result that
                                                        ///< the table does not know
@@ -69,7 +74,7 @@ public:
 
     /// @param name  the table's name as it stands in the statement texts. `columns` stays empty:
     ///              the derived table's constructor fills it by calling init().
-    explicit SqlTbl(const std::string& name) : tableName(name) {}
+    explicit SqlTbl(const std::string& name) : record(), tableName(name) {}
 
     SqlTbl(const SqlTbl&) = delete;
     SqlTbl& operator=(const SqlTbl&) = delete;
@@ -132,22 +137,30 @@ public:
     /// reported through sqlTblUtil::printError(). A NULL in a column of a derived table's own kind
     /// leaves its field untouched and is reported through sqlTblUtil::printWarning().
     ///
-    /// @param row  one cell for each entry of `columns`, in their order; null for an SQL NULL.
+    /// @param row  one cell for each entry of `columns`, in their order; null for an SQL NULL. Not
+    ///             null itself.
     /// @return the number of bound columns, modulo 65536.
+    /// @throws whatever convertValueFromStr() or a diagnostic line throws; the cells before have
+    ///         been decoded.
     int setDatafromSqlResult(char** row);
 
     /// Writes the `INSERT` statement that adds the working record as a new row. The key column gets
-    /// the value null, so that the database assigns the key.
+    /// the value null, so that the database assigns the key. A column without a field is reported
+    /// through sqlTblUtil::printWarning().
     ///
-    /// @return the statement, without semicolon. Quotes in texts are not escaped.
-    /// @throws std::out_of_range if `columns` is empty.
+    /// @return the statement, without semicolon. Quotes in texts are not escaped; numbers are
+    ///         grouped where the global C++ locale groups digits.
+    /// @throws std::out_of_range if `columns` is empty; whatever convertValueToStr() or a
+    ///         diagnostic line throws.
     std::string getSqlInsertValues() const;
 
     /// Writes the `UPDATE` statement that sets every column but the key to the working record's
-    /// values. It carries no condition: the caller appends one, or changes every row.
+    /// values. It carries no condition: the caller appends one, or changes every row. A column
+    /// without a field is reported through sqlTblUtil::printWarning().
     ///
-    /// @return the statement, without semicolon. Quotes in texts are not escaped.
-    /// @throws std::out_of_range if there is no column beside key columns.
+    /// @return the statement, as for getSqlInsertValues().
+    /// @throws std::out_of_range if there is no column beside key columns; whatever
+    ///         convertValueToStr() or a diagnostic line throws.
     std::string getSqlUpdateValues() const;
 
     std::vector<column_t> columns;  ///< the current list, in the order of the last query's result

@@ -220,6 +220,14 @@ TEST_F(SqlTblSetDataOfOwnKinds, BoundColumnOfNoKindGoesThroughTheHook)
     EXPECT_EQ(output(), UNKNOWN_TYPE);
 }
 
+TEST_F(SqlTblSetDataOfOwnKinds, EmptyTextIsNoNull)
+{
+    bindOwn(5);
+    EXPECT_EQ(decode({""}), 1);
+    EXPECT_EQ(m_table.record.own, "5/");
+    EXPECT_EQ(output(), "");
+}
+
 TEST_F(SqlTblSetDataOfOwnKinds, NullCellLeavesTheFieldAndIsWarnedAbout)
 {
     std::string expected;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -35,6 +36,24 @@ TEST(SqlTbl, ConstructorTakesTheNameAndNothingElse)
     EXPECT_EQ(table.record.wide, 0U);
     EXPECT_EQ(table.record.text, "");
     EXPECT_TRUE(table.initNames.empty());
+}
+
+TEST(SqlTbl, RecordWithoutInitialValuesStartsAtZero)
+{
+    struct Plain {
+        unsigned number;
+        std::string text;
+    };
+    class PlainTbl : public SqlTbl<Plain> {
+    public:
+        PlainTbl() : SqlTbl<Plain>("plain") {}
+        void init(const std::string& /*name*/) override {}
+    };
+    std::vector<unsigned char> usedMemory(sizeof(PlainTbl), 0xAB);
+    auto* const table = new (usedMemory.data()) PlainTbl;
+    EXPECT_EQ(table->record.number, 0U);
+    EXPECT_EQ(table->record.text, "");
+    table->~PlainTbl();
 }
 
 TEST(SqlTbl, IsNeitherCopiedNorMoved)

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "support/CoutCapture.h"
 #include "support/SampleTbl.h"
@@ -127,26 +128,31 @@ TEST_F(SqlTblValueTexts, NumberWithoutBindingIsZero)
 
 TEST_F(SqlTblValueTexts, ColumnOfAnyOtherSqlTypeIsEmpty)
 {
-    for (const char* sqlType : {"",
-                                " ",
-                                "TEXT",
-                                "REAL",
-                                "varchar",
-                                "Varchar",
-                                "VARCHAR ",
-                                " VARCHAR",
-                                "VARCHAR(20)",
-                                "integer",
-                                "Integer",
-                                "INTEGER ",
-                                " INTEGER",
-                                "INT",
-                                "INTEGER NOT NULL",
-                                "INTEGER PRIMARY KEY",
-                                "INTEGER PRIMARY KEY AUTOINCREMENT",
-                                "integer primary key autoincrement not null",
-                                "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL ",
-                                "INTEGER  PRIMARY KEY AUTOINCREMENT NOT NULL"}) {
+    const std::string nul(1, '\0');
+    for (const std::string& sqlType :
+         std::vector<std::string>{"",
+                                  " ",
+                                  "TEXT",
+                                  "REAL",
+                                  "varchar",
+                                  "Varchar",
+                                  "VARCHAR ",
+                                  " VARCHAR",
+                                  "VARCHAR(20)",
+                                  "integer",
+                                  "Integer",
+                                  "INTEGER ",
+                                  " INTEGER",
+                                  "INT",
+                                  "INTEGER NOT NULL",
+                                  "INTEGER PRIMARY KEY",
+                                  "INTEGER PRIMARY KEY AUTOINCREMENT",
+                                  "integer primary key autoincrement not null",
+                                  "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL ",
+                                  "INTEGER  PRIMARY KEY AUTOINCREMENT NOT NULL",
+                                  VARCHAR + nul,
+                                  INTEGER + nul,
+                                  KEY + nul}) {
         for (const std::uint32_t type : ALL_KINDS) {
             expectText(sqlType, type, &m_table.record.own, "");
             expectTextWithoutBinding(sqlType, type, "");

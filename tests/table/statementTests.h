@@ -13,6 +13,7 @@
 #include "support/FailingLogMutex.h"
 #include "support/FailingNew.h"
 #include "support/SampleTbl.h"
+#include "support/reporterLines.h"
 
 /// Expects the error of a statement that has nothing to list.
 template <class Action>
@@ -93,6 +94,31 @@ TYPED_TEST_P(FailingStatement, ExceptionOfTheHookPassesThrough)
     this->expectNewValues(table);
 }
 
+TYPED_TEST_P(FailingStatement, ColumnsAreTakenOneByOne)
+{
+    ThrowingTbl table;
+    this->bindText(table, "own", 5, &table.record.own);
+    const ThrowingTbl::column_t own = table.columns.back();
+    const ThrowingTbl::column_t unbound("unbound", VARCHAR, own.valueType, nullptr);
+    const CoutCapture capture;
+    table.columns = {own, unbound};
+    EXPECT_THROW(TypeParam::of(table), ThrowingTbl::HookFailure);
+    EXPECT_EQ(capture.text(), "");
+    table.columns = {unbound, own};
+    EXPECT_THROW(TypeParam::of(table), ThrowingTbl::HookFailure);
+    EXPECT_EQ(capture.text(), warningLine("value nullptr in column unbound"));
+}
+
+TYPED_TEST_P(FailingStatement, HookIsAskedForTextsAndNumbersOnly)
+{
+    ThrowingTbl table;
+    for (const char* sqlType : {KEY, "", "REAL"}) {
+        this->bindText(table, "own", 5, &table.record.own);
+        table.columns.back().sqlType = sqlType;
+        EXPECT_NO_THROW(TypeParam::of(table)) << sqlType;
+    }
+}
+
 TYPED_TEST_P(FailingStatement, ExceptionOfTheWarningPassesThrough)
 {
     SampleTbl table;
@@ -120,5 +146,6 @@ TYPED_TEST_P(FailingStatement, FailedAllocationPassesThrough)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FailingStatement, TableWithoutColumnsIsOutOfRange,
-                            ExceptionOfTheHookPassesThrough, ExceptionOfTheWarningPassesThrough,
+                            ExceptionOfTheHookPassesThrough, ColumnsAreTakenOneByOne,
+                            HookIsAskedForTextsAndNumbersOnly, ExceptionOfTheWarningPassesThrough,
                             FailedAllocationPassesThrough);
