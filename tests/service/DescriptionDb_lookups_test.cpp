@@ -5,6 +5,7 @@
 
 #include "support/CoutCapture.h"
 #include "support/FreshService.h"
+#include "support/GlobalLocale.h"
 #include "support/SqlTrace.h"
 #include "support/TempDir.h"
 #include "support/database.h"
@@ -411,6 +412,34 @@ TEST_F(LookupTest, DescriptionsOfAClosedServiceAreRefusedSilently)
     EXPECT_EQ(m_service->getDescriptionsByFC(1, m_descriptions), -1);
     expectUntouched(m_descriptions);
     EXPECT_EQ(capture.text(), "");
+}
+
+// --- both tables ---
+
+TEST_F(LookupTest, ConnectionAloneDecidesWhetherADatabaseIsOpen)
+{
+    const TempDir dir;
+    ASSERT_EQ(DescriptionDb::sqliteDb.openDb(
+                  makeDatabase(dir.file("faults.db"),
+                               "INSERT INTO fault_type_definition(code) VALUES(7);"
+                               "INSERT INTO descriptions(id_fault_type) VALUES(7)"),
+                  true),
+              0);
+    EXPECT_EQ(m_service->closeDb(), -1);  // not open to the service
+    EXPECT_EQ(m_service->getFaultTypeDefTbl(m_faultTypeDefs), 1);
+    EXPECT_EQ(m_service->getFaultTypeDef(7, m_faultTypeDef), 0);
+    EXPECT_EQ(m_service->getDescriptionsTbl(m_descriptions), 1);
+    EXPECT_EQ(m_service->getDescriptionsByFC(7, m_descriptions), 1);
+}
+
+TEST_F(LookupTest, GlobalLocaleThatGroupsDigitsGroupsTheCode)
+{
+    open("");
+    const GlobalLocale global(groupingLocale());
+    m_service->getFaultTypeDef(4711, m_faultTypeDef);
+    m_service->getDescriptionsByFC(4711, m_descriptions);
+    EXPECT_EQ(sent(), (Statements{"SELECT * FROM \"fault_type_definition\" WHERE code LIKE 4.711",
+                                  "SELECT * FROM \"descriptions\" WHERE id_fault_type=4.711"}));
 }
 
 // --- a file with fewer columns than ours ---

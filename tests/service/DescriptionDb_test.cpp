@@ -68,6 +68,13 @@ TEST(DescriptionDbProcess, StateAtLoad)
     EXPECT_EQ(result.output, "service level 1, connection level 1, closed, instance null\n");
 }
 
+TEST(DescriptionDbProcess, ConnectionIsMadeWithTheLevelOfTheServiceAtLoad)
+{
+    const ProgramResult result = runProgram({ZAV_INITIAL_LEVEL_PROGRAM});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, "service level 7, connection level 7\n");
+}
+
 TEST(DescriptionDbProcess, NothingIsWrittenBeforeTheFirstOpening)
 {
     const ProgramResult result = runProgram({ZAV_LIFECYCLE_PROGRAM, "everything-but-open"});
