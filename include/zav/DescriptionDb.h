@@ -15,6 +15,9 @@
 /// Expected order: getInstance(), setDbgLevel() if wanted, openDb(), any number of queries,
 /// closeDb(). The application owns every vector and record that it passes in.
 ///
+/// The numeric part of the global C++ locale must not group digits: the lookups would send "4.711"
+/// for 4711.
+///
 /// @note Not locked: the application makes the first getInstance() from one thread and serialises
 ///       its calls into the service.
 class ZAV_EXPORT DescriptionDb {
@@ -37,8 +40,10 @@ public:
     ///
     /// @param dbFile  path of the file; never taken as a URI.
     /// @param ignored has no effect: the file is always opened read-only.
-    /// @return 0 opened; -1 a database is open already and stays so; -2 the file could not be
-    ///         opened.
+    /// @return 0 opened; -1 a database is open already and stays so (no line is written); -2 the
+    ///         file could not be opened.
+    /// @throws std::system_error if LogUtil::logMutex cannot be locked; the database may be open
+    ///         then.
     int openDb(const std::string& dbFile, bool ignored);
 
     /// Closes the database. Writes no line.
@@ -52,7 +57,8 @@ public:
     /// A level above 1 also sets the connection's own level to 1; it is never lowered, and never
     /// reaches the connection's line per query, which takes a level above 1.
     ///
-    /// @param level  any value; process-wide, at any time.
+    /// @param level  any value. It holds for the whole process and may be set whether a database is
+    ///               open or not, but not while another call runs.
     void setDbgLevel(int level);
 
     /// Reads every row of the table "fault_type_definition".
@@ -90,16 +96,21 @@ public:
     /// second.
     ///
     /// @param faultCode          32 bits, 0 to 4294967295; a code above 65535 finds the file's rows
-    ///                           for it, although their `id_fault_type` then reads as 0.
+    ///                           for it, although their `id_fault_type` then reads as 0, with an
+    ///                           error line for each.
     /// @param[out] descriptions  emptied and filled, one record per row in the database's order,
     ///                           once the query has succeeded; untouched on a negative result.
     /// @return the number of records (0 if there are none for the code); -1 no database is open; -2
     ///         the query failed (one error line has been written to standard output).
     int getDescriptionsByFC(unsigned int faultCode, std::vector<Descriptions>& descriptions);
 
-    static int m_Debug;                 ///< diagnostic level of the service; 1 at first
-    static Sqlite3Db sqliteDb;          ///< the one connection; made at library load
-    static DescriptionDb* m_pInstance;  ///< the one instance; null until the first getInstance()
+    /// Diagnostic level of the service; 1 at first. Set it by setDbgLevel().
+    static int m_Debug;
+    /// The one connection; made at library load. Its members tell what a failed openDb() does not.
+    /// Opened or closed directly, it no longer agrees with what openDb() and closeDb() know.
+    static Sqlite3Db sqliteDb;
+    /// The one instance; null until the first getInstance(). For reading only.
+    static DescriptionDb* m_pInstance;
 
 private:
     class Monitor;

@@ -12,7 +12,8 @@ struct sqlite3;
 struct FaultTypeDef;
 struct Descriptions;
 
-/// A receiver of result rows, one call per row.
+/// A receiver of result rows, one call per row: an interface for applications. The library itself
+/// neither implements nor calls it.
 class ZAV_EXPORT Sqlite3DbCallback {
 public:
     virtual ~Sqlite3DbCallback();
@@ -51,7 +52,8 @@ public:
     /// no function with side effects. A connection that can only read is held to more: no write of
     /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger, no text
     /// or row above 16 MiB, and no query beyond 10 s of processor time or beyond 64 times the
-    /// file's size in memory (at least 64 MiB), which ends as "interrupted" (9).
+    /// file's size in memory (at least 64 MiB; counted is what all connections of the process take
+    /// meanwhile), which ends as "interrupted" (9).
     ///
     /// @param path      path of a regular file, or of a link to one; never taken as a URI. The name
     ///                  ":memory:" opens an empty database in memory.
@@ -71,14 +73,18 @@ public:
     /// sqlite3_get_table(): first the column names, then the rows one after another; an SQL NULL
     /// is a null pointer. A result without rows may have no columns either.
     ///
-    /// @param sql               the complete text.
+    /// The caller sets the result and the error text to null and both numbers to 0 before.
+    ///
+    /// @param sql               the complete text, up to its first NUL. Of several statements each
+    ///                          is run. Where a writer has died, a connection that only reads
+    ///                          rolls back what it left and runs the text again.
     /// @param[out] result       the array; the caller's, released with sqlite3_free_table().
     /// @param[out] rowCount     number of rows, the column names not counted.
     /// @param[out] columnCount  number of entries per row.
     /// @param[out] errorText    on failure SQLite's text, or null; the caller's, released with
     ///                          sqlite3_free().
-    /// @return 0, or SQLite's result code of the failure; SQLITE_MISUSE (21) without a text when no
-    ///         database is open.
+    /// @return 0, or SQLite's result code of the failure; SQLITE_MISUSE (21) when no database is
+    ///         open: nothing is written then.
     int getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
                  char** errorText) const;
 
@@ -92,24 +98,29 @@ public:
     ///
     /// @tparam T            type of the list's elements, constructible from an R.
     /// @tparam R            record type of the table.
-    /// @param query         the complete text.
+    /// @param query         the complete text, as for getTable().
     /// @param[out] records  emptied and filled, one element per row in the result's order, once the
     ///                      query has succeeded; untouched on a negative result.
     /// @param[in,out] table its columns are matched to the result's, which lasts (see
     ///                      SqlTbl::reorderColumns()), and its working record holds the last row
     ///                      afterwards. Not null.
-    /// @return the number of records (0 or more); -1 no database is open; -2 the query failed.
+    /// @return the number of records (0 or more); -1 no database is open (no line is written); -2
+    ///         the query failed.
+    /// @throws whatever an allocation, a table's own hook or a diagnostic line throws. Once rows
+    ///         are decoded, the list then holds those before; SQLite's result or error text is not
+    ///         released.
     template <class T, class R>
     int getTbl(const std::string& query, std::vector<T>& records, SqlTbl<R>* table);
 
     /// @return path of the open database, as it was passed; empty when none is open.
     const std::string& path() const { return m_path; }
 
-    /// @return SQLite's result code of the last openDb() or closeDb() that got as far as the file;
-    ///         0 at first.
+    /// @return SQLite's result code of the last openDb() or closeDb() that returned 0 or -2; 0 at
+    ///         first. For what is no regular file it is SQLITE_CANTOPEN (14).
     std::int32_t lastCode() const { return m_lastCode; }
 
-    /// @return why the last openDb() or closeDb() failed; empty if it did not.
+    /// @return why the last openDb() or closeDb() that returned 0 or -2 failed; empty if it did
+    /// not.
     const std::string& lastErrorText() const { return m_lastErrorText; }
 
     /// @return whether the open database can only be read; false when none is open.
@@ -122,7 +133,9 @@ private:
     std::int32_t m_lastCode = 0;
 
 public:
-    std::int32_t m_dbState = 0;  ///< 1 while a database is open, 0 otherwise
+    /// 1 while a database is open, 0 otherwise. For reading: another value keeps getTbl() from
+    /// running; set while a query runs, it leaves the query's memory to whoever set it.
+    std::int32_t m_dbState = 0;
 
 private:
     bool m_readOnly = false;

@@ -30,13 +30,13 @@ inline bool isBuiltIn(std::uint32_t kind)
 
 /// Writes the line `[ERROR] SQL3::printError() <message>` to standard output and flushes it.
 ///
-/// @param message  one complete message without line end; copied before the call returns.
+/// @param message  one complete message without line end; not kept.
 /// @note Takes LogUtil::logMutex; throws nothing but what that lock or the stream throws.
 ZAV_EXPORT void printError(const std::string& message);
 
 /// Writes the line `[WARNING] SQL3::printWarning() <message>` to standard output and flushes it.
 ///
-/// @param message  one complete message without line end; copied before the call returns.
+/// @param message  one complete message without line end; not kept.
 /// @note Takes LogUtil::logMutex; throws nothing but what that lock or the stream throws.
 ZAV_EXPORT void printWarning(const std::string& message);
 
@@ -57,7 +57,9 @@ ZAV_EXPORT std::string literal(const std::string& sqlType, const std::string& te
 ///
 /// @param sqlType  the column's SQL type.
 /// @param kind     the column's `valueType`.
-/// @param field    null: the column is not bound. Otherwise a field of a built-in kind.
+/// @param field    null: the column is not bound. Otherwise a field of that kind, which is
+/// built-in;
+///                 in a "VARCHAR" column a `std::string`, whatever the kind.
 /// @return "null" for the key; the literal of the field for a column that takes a value; empty for
 ///         any other.
 ZAV_EXPORT std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field);
@@ -71,7 +73,7 @@ ZAV_EXPORT void warnIfNotBound(const void* field, const std::string& columnName)
 /// Decodes one cell of a result row into a field of a built-in kind: a number that is NULL or
 /// unreadable becomes 0, a NULL text "n/a".
 ///
-/// @param kind   the column's `valueType`.
+/// @param kind   the column's `valueType`; built-in (see isBuiltIn()).
 /// @param field  the field, of that kind.
 /// @param cell   the position of the cell in its row; null in a null row only.
 ZAV_EXPORT void decodeField(std::uint32_t kind, void* field, char** cell);
