@@ -23,5 +23,5 @@ inline std::locale groupingLocale()
         char do_thousands_sep() const override { return '.'; }
         std::string do_grouping() const override { return "\3"; }
     };
-    return std::locale(std::locale::classic(), new Grouping);
+    return {std::locale::classic(), new Grouping};
 }
