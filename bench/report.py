@@ -115,25 +115,35 @@ def growth_section(runs):
 
 def others_section(runs):
     rows = [
-        ["texts of one code, with the index of db/schema.sql"]
-        + times(runs["indexed"]["textsOfCode"][0]),
-        ["the same as the first read of a new process, opening included"]
-        + times(runs["firstRead"]["textsOfCode"][0]),
-        ["open and close"] + times(runs["openAndClose"][""][0]),
+        [title] + times(run) + heaps(run)
+        for title, run in (
+            (
+                "texts of one code, with the index of db/schema.sql",
+                runs["indexed"]["textsOfCode"][0],
+            ),
+            (
+                "the same as the first read of a new process, opening included",
+                runs["firstRead"]["textsOfCode"][0],
+            ),
+            ("open and close", runs["openAndClose"][""][0]),
+        )
     ]
-    return markdown_table(["1,000 fault types"] + TIMES, rows)
+    return markdown_table(["1,000 fault types"] + TIMES + HEAPS, rows)
 
 
 def statement_section(runs):
     run = runs["statementText"]["insert"][0]
     return markdown_table(
-        ["statement text", "libzav", "sqlite3_mprintf", "ratio"],
+        ["statement text", "libzav", "sqlite3_mprintf", "ratio"]
+        + ["peak heap: libzav", "sqlite3_mprintf"],
         [
             [
                 "`INSERT` of one description",
                 duration(run["zav ns"]),
                 duration(run["sqlite3_mprintf ns"]),
                 f"{run['zav ratio']:.2f}",
+                size(run["zav heap"]),
+                size(run["sqlite3_mprintf heap"]),
             ]
         ],
     )

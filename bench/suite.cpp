@@ -22,9 +22,9 @@
 #include "Reader.h"
 #include "database.h"
 #include "sqliteConnection.h"
+#include "statementText.h"
 #include "support/TempDir.h"
 #include "support/runProgram.h"
-#include "zav/ZavSqlDescriptionsTbl.h"
 
 namespace {
 
@@ -81,18 +81,15 @@ bool takesPart(const ReaderKind& kind)
     return kind.open != openUnlockedTable;
 }
 
-/// Asks in a process of its own.
-/// @return the last line that it prints: the time of the first read, or with `zav_ask_heap` the
-/// peak
-///         of the heap.
-double askInNewProcess(const std::string& program, const ReaderKind& reader,
-                       const QuestionKind& question, int code, const std::string& file)
+/// Runs one of the programs beside this one.
+/// @return the last number that it prints: of `zav_ask` the time of the first read, of a program
+///         whose name ends in `_heap` the peak of the heap.
+double lastNumberOf(const std::string& program, std::vector<std::string> arguments)
 {
-    const ProgramResult result =
-        runProgram({std::string(ZAV_BENCH_DIR) + "/" + program, reader.name, question.name,
-                    std::to_string(code), "1", file});
+    arguments.insert(arguments.begin(), std::string(ZAV_BENCH_DIR) + "/" + program);
+    const ProgramResult result = runProgram(arguments);
     if (result.exitStatus != 0) {
-        throw std::runtime_error(program + " failed for " + reader.name);
+        throw std::runtime_error(program + " failed for " + arguments[1]);
     }
     double last = 0;
     std::istringstream lines(result.output);
@@ -100,6 +97,21 @@ double askInNewProcess(const std::string& program, const ReaderKind& reader,
         last = number;
     }
     return last;
+}
+
+/// What an answer, or the opening alone, takes of the heap.
+///
+/// @param times  0 for the opening alone.
+void measureHeap(benchmark::State& state, const QuestionKind& question, int code, int times,
+                 const std::string& file)
+{
+    for (const ReaderKind& kind : READERS) {
+        if (takesPart(kind)) {
+            state.counters[std::string(kind.name) + " heap"] = lastNumberOf(
+                "zav_ask_heap",
+                {kind.name, question.name, std::to_string(code), std::to_string(times), file});
+        }
+    }
 }
 
 void read(benchmark::State& state, const QuestionKind& question, int faultTypes,
@@ -120,12 +132,7 @@ void read(benchmark::State& state, const QuestionKind& question, int faultTypes,
                               }});
     }
     runInTurn(state, contenders, "table");
-    for (const ReaderKind& kind : READERS) {
-        if (takesPart(kind)) {
-            state.counters[std::string(kind.name) + " heap"] =
-                askInNewProcess("zav_ask_heap", kind, question, code, file);
-        }
-    }
+    measureHeap(state, question, code, 1, file);
 }
 
 /// The service and the bare table alone.
@@ -145,16 +152,19 @@ void readWithBareTable(benchmark::State& state, const QuestionKind& question, in
 void firstRead(benchmark::State& state, const QuestionKind& question, int faultTypes,
                const std::string& file)
 {
+    const int code = codeToLookUp(faultTypes);
     std::vector<Contender> contenders;
     for (const ReaderKind& kind : READERS) {
         if (takesPart(kind)) {
-            contenders.push_back({kind.name, [&kind, &question, faultTypes, &file] {
-                                      return askInNewProcess("zav_ask", kind, question,
-                                                             codeToLookUp(faultTypes), file);
-                                  }});
+            contenders.push_back(
+                {kind.name, [&kind, &question, code, &file] {
+                     return lastNumberOf(
+                         "zav_ask", {kind.name, question.name, std::to_string(code), "1", file});
+                 }});
         }
     }
     runInTurn(state, contenders, "table");
+    measureHeap(state, question, code, 1, file);
 }
 
 void openAndClose(benchmark::State& state, const std::string& file)
@@ -167,42 +177,24 @@ void openAndClose(benchmark::State& state, const std::string& file)
         }
     }
     runInTurn(state, contenders, "table");
+    measureHeap(state, QUESTIONS[0], 0, 0, file);
 }
 
-/// The `INSERT` text of one record; SQLite's own formatter is the peer.
 void statementText(benchmark::State& state)
 {
-    ZavSqlDescriptionsTbl table("descriptions");
-    Descriptions record;
-    record.id_fault_type = 12;
-    record.id_language = 2;
-    record.name = "Drive too hot";
-    record.short_description = "Overtemperature";
-    record.description = "The heat sink of the drive is above 85 degrees.";
-    record.remedy = "Clean the filter mat. Check the cabinet fan.";
     constexpr int TEXTS = 100;  // so that reading the clock does not count
-    const auto withTable = [&] {
-        for (int i = 0; i < TEXTS; ++i) {
-            benchmark::DoNotOptimize(table.getSqlInsertValuesQuery(record));
-        }
-    };
-    const auto withPrintf = [&] {
-        for (int i = 0; i < TEXTS; ++i) {
-            const std::unique_ptr<char, decltype(&sqlite3_free)> text(
-                sqlite3_mprintf("INSERT INTO descriptions('id','id_fault_type','id_language',"
-                                "'name','short_description','description','comment','remedy') "
-                                "VALUES(null,%d,%d,'%s','%s','%s','%s','%s')",
-                                record.id_fault_type, record.id_language, record.name.c_str(),
-                                record.short_description.c_str(), record.description.c_str(),
-                                record.comment.c_str(), record.remedy.c_str()),
-                sqlite3_free);
-            benchmark::DoNotOptimize(std::string(text.get()));
-        }
-    };
-    runInTurn(state,
-              {{"zav", [&] { return timeOf(withTable) / TEXTS; }},
-               {"sqlite3_mprintf", [&] { return timeOf(withPrintf) / TEXTS; }}},
-              "sqlite3_mprintf");
+    std::vector<Contender> contenders;
+    for (const StatementKind& kind : STATEMENTS) {
+        const auto writeTexts = [&kind] {
+            for (int i = 0; i < TEXTS; ++i) {
+                benchmark::DoNotOptimize(kind.write());
+            }
+        };
+        contenders.push_back({kind.name, [writeTexts] { return timeOf(writeTexts) / TEXTS; }});
+        state.counters[std::string(kind.name) + " heap"] =
+            lastNumberOf("zav_write_statement_heap", {kind.name});
+    }
+    runInTurn(state, contenders, "sqlite3_mprintf");
 }
 
 /// A lookup without an index, with page caches of different sizes, in KiB.
