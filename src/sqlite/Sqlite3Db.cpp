@@ -3,6 +3,8 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <cstring>
 #include <memory>
 
 #include "QueryBudget.h"
@@ -27,16 +29,19 @@ constexpr int BUSY_TIMEOUT_MS = 5000;
 /// have been read are kept. No mapping into memory: an I/O error there is a signal, not a code.
 constexpr const char* ENLARGE_PAGE_CACHE = "PRAGMA cache_size=-20480";
 
-bool isRegularFile(const std::string& path)
+/// @return why a path cannot name a database; empty if it can.
+std::string refusalOf(const std::string& path)
 {
+    if (path == ":memory:") {
+        return "";
+    }
     struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-/// A path with a NUL byte in it would name another file to the system than to the caller.
-bool namesDatabase(const std::string& path)
-{
-    return path == ":memory:" || (path.find('\0') == std::string::npos && isRegularFile(path));
+    if (stat(path.c_str(), &status) != 0) {
+        return std::strerror(errno);
+    }
+    // A path with a NUL byte in it names another file to the system than to the caller.
+    const bool isRegularFile = S_ISREG(status.st_mode) && path.find('\0') == std::string::npos;
+    return isRegularFile ? "" : "not a regular file";
 }
 
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
@@ -59,8 +64,9 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (m_pDb != nullptr) {
         return -1;
     }
-    if (!namesDatabase(path)) {
-        return fail(SQLITE_CANTOPEN, "not a regular file");
+    const std::string refusal = refusalOf(path);
+    if (!refusal.empty()) {
+        return fail(SQLITE_CANTOPEN, refusal);
     }
     const int mode = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     sqlite3* opened = nullptr;

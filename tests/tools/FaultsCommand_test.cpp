@@ -77,7 +77,7 @@ TEST(FaultsCommand, ReportsAFileThatIsNotThere)
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors,
               "[ERROR] ZAV::openDb() FAiled to open=/nowhere.db\n"
-              "zav: /nowhere.db: cannot be opened: not a regular file\n");
+              "zav: /nowhere.db: cannot be opened: No such file or directory\n");
     EXPECT_EQ(result.status, 3);
 }
 
