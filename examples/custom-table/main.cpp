@@ -70,6 +70,8 @@ public:
     {
         if (type == valueTypeOutcome()) {
             *static_cast<Outcome*>(value) = toOutcome(text);
+        } else {
+            SqlTbl<ServiceLog>::convertValueFromStr(type, text, value);
         }
     }
 

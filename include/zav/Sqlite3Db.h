@@ -119,8 +119,8 @@ public:
     ///         first. For what is no regular file it is SQLITE_CANTOPEN (14).
     std::int32_t lastCode() const { return m_lastCode; }
 
-    /// @return why the last openDb() or closeDb() that returned 0 or -2 failed; empty if it did
-    /// not.
+    /// @return why the last openDb() or closeDb() that returned 0 or -2 has failed; empty if it has
+    ///         not.
     const std::string& lastErrorText() const { return m_lastErrorText; }
 
     /// @return whether the open database can only be read; false when none is open.

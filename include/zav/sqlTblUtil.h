@@ -57,9 +57,8 @@ ZAV_EXPORT std::string literal(const std::string& sqlType, const std::string& te
 ///
 /// @param sqlType  the column's SQL type.
 /// @param kind     the column's `valueType`.
-/// @param field    null: the column is not bound. Otherwise a field of that kind, which is
-/// built-in;
-///                 in a "VARCHAR" column a `std::string`, whatever the kind.
+/// @param field    null: the column is not bound. Otherwise a field of that built-in kind; in a
+///                 "VARCHAR" column a `std::string`, whatever the kind.
 /// @return "null" for the key; the literal of the field for a column that takes a value; empty for
 ///         any other.
 ZAV_EXPORT std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field);

@@ -22,7 +22,11 @@ need_packages() {
 
     echo "Installing with apt-get, $why: ${missing[*]}"
     local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null ||
+            { echo "error: there is no sudo: run as root, or install these" >&2; return 1; }
+        as_root=(sudo)
+    fi
     if ! "${as_root[@]}" apt-get -qq update ||
         ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
             apt-get -qq install --yes --no-install-recommends "${missing[@]}" >/dev/null; then
