@@ -1,5 +1,8 @@
 #include "TableModel.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace {
 
 template <class Record>
@@ -27,6 +30,17 @@ std::vector<TableModel::Column> columnsOf(const SqlTbl<Record>& table)
 }
 
 }  // namespace
+
+const TableModel::Column& TableModel::column(const std::string& columnName) const
+{
+    const auto found = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
+        return candidate.name == columnName;
+    });
+    if (found == columns.end()) {
+        throw std::out_of_range("no column " + columnName);
+    }
+    return *found;
+}
 
 TableModel faultTypeModel()
 {

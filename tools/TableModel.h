@@ -23,6 +23,9 @@ struct TableModel {
     std::size_t filterPosition;  ///< of the column, in the order of the file once that is known
 
     const Column& filterColumn() const { return columns[filterPosition]; }
+
+    /// @throws std::out_of_range if there is none.
+    const Column& column(const std::string& columnName) const;
 };
 
 TableModel faultTypeModel();

@@ -2,10 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
+#include <vector>
 
+#include "deliveredNumber.h"
 #include "rawRows.h"
 
 namespace {
@@ -18,7 +22,6 @@ struct NumberOrder {
     }
 };
 
-using Values = std::set<std::string, NumberOrder>;
 using Occurrences = std::map<std::string, int, NumberOrder>;
 
 /// How often each value stands in a column; NULL counts as none.
@@ -54,100 +57,114 @@ const char* const DESCRIPTIONS = "descriptions";
 const char* const FAULT_TYPE = "id_fault_type";
 const char* const LANGUAGE = "id_language";
 
-/// The texts of each fault type, by language.
+using Numbers = std::vector<std::optional<std::uint64_t>>;
+
+/// What the library delivers of a column, row by row; nothing for NULL, which has a finding of its
+/// own.
+Numbers deliveredNumbers(const RawTable& table, std::size_t position, unsigned bits)
+{
+    Numbers numbers;
+    numbers.reserve(table.rows.size());
+    for (const auto& row : table.rows) {
+        const RawCell& cell = row[position];
+        numbers.push_back(cell.isNull ? Numbers::value_type()
+                                      : deliveredNumber(cell.text(), bits).value_or(0));
+    }
+    return numbers;
+}
+
+/// The texts of each fault type, by language; all by the numbers that the library delivers.
 class Texts {
 public:
-    Texts(const RawTable& faultTypes, const RawTable& descriptions, Findings& findings)
-        : m_codes(occurrences("code", faultTypes)),
-          m_descriptions(descriptions),
-          m_model(descriptionsModel()),
-          m_findings(findings)
+    Texts(const Numbers& codes, const RawTable& descriptions, Findings& findings)
+        : m_descriptions(descriptions), m_model(descriptionsModel()), m_findings(findings)
     {
+        for (const auto& code : codes) {
+            if (code && *code <= largestNumber(m_model.column(FAULT_TYPE).bits)) {
+                m_codes.insert(*code);  // no text can be of a larger one
+            }
+        }
     }
 
     void check(std::size_t faultType, std::size_t language)
     {
-        for (std::size_t row = 0; row < m_descriptions.rows.size(); ++row) {
-            checkRow(row, m_descriptions.rows[row][faultType], m_descriptions.rows[row][language]);
+        const Numbers codes =
+            deliveredNumbers(m_descriptions, faultType, m_model.column(FAULT_TYPE).bits);
+        const Numbers languages =
+            deliveredNumbers(m_descriptions, language, m_model.column(LANGUAGE).bits);
+        for (std::size_t row = 0; row < codes.size(); ++row) {
+            if (codes[row] && m_codes.count(*codes[row]) == 0) {
+                m_findings.push_back(unknownFault(row, faultType, *codes[row]));
+            } else if (codes[row] && languages[row]) {
+                checkText(row, language, *codes[row], *languages[row]);
+            }
         }
-        for (const auto& [code, count] : m_codes) {
-            for (const std::string& number : m_languages) {
+        for (const std::uint64_t code : m_codes) {
+            for (const std::uint64_t number : m_languages) {
                 checkLanguage(code, number);
             }
         }
     }
 
 private:
-    void checkRow(std::size_t row, const RawCell& faultType, const RawCell& language)
+    void checkText(std::size_t row, std::size_t position, std::uint64_t code,
+                   std::uint64_t language)
     {
-        if (faultType.isNull) {
-            return;  // a finding of its own
-        }
-        const std::string code = faultType.text();
-        if (m_codes.count(code) == 0) {
-            m_findings.push_back(unknownFault(row, code));
-            return;
-        }
-        if (language.isNull) {
-            return;
-        }
-        const std::string number = language.text();
-        m_languages.insert(number);
-        if (!m_known.emplace(code, number).second) {
-            m_findings.push_back(duplicateText(row, code, number));
+        m_languages.insert(language);
+        if (!m_known.emplace(code, language).second) {
+            m_findings.push_back(duplicateText(row, position, code));
         }
     }
 
-    void checkLanguage(const std::string& code, const std::string& language)
+    void checkLanguage(std::uint64_t code, std::uint64_t language)
     {
         if (m_known.count({code, language}) == 0) {
             m_findings.push_back(missingText(code, language));
         }
     }
 
-    Finding unknownFault(std::size_t row, const std::string& code) const
+    Finding unknownFault(std::size_t row, std::size_t position, std::uint64_t code) const
     {
         return {"unknown-fault",
                 DESCRIPTIONS,
                 rowLabel(m_model, m_descriptions, row),
                 FAULT_TYPE,
-                shortened(code),
-                "the texts, of a fault type that is nowhere defined",
-                "add the fault type, or delete the row",
+                shortened(m_descriptions.rows[row][position].bytes),
+                fmt::format("the texts, of fault type {}, which is nowhere defined", code),
+                "add the fault type, or correct or delete the row",
                 false};
     }
 
-    Finding duplicateText(std::size_t row, const std::string& code,
-                          const std::string& language) const
+    Finding duplicateText(std::size_t row, std::size_t position, std::uint64_t code) const
     {
         return {"duplicate-text",
                 DESCRIPTIONS,
                 rowLabel(m_model, m_descriptions, row),
                 LANGUAGE,
-                shortened(language),
-                fmt::format("one more record in this language for fault type {}", shortened(code)),
+                shortened(m_descriptions.rows[row][position].bytes),
+                fmt::format("one more record in this language for fault type {}", code),
                 "keep one row for each fault type and language",
                 false};
     }
 
-    static Finding missingText(const std::string& code, const std::string& language)
+    static Finding missingText(std::uint64_t code, std::uint64_t language)
     {
         return {"missing-text",
                 DESCRIPTIONS,
-                condition(FAULT_TYPE, code),
+                condition(FAULT_TYPE, std::to_string(code)),
                 LANGUAGE,
-                shortened(language),
+                std::to_string(language),
                 "no text in this language, which others have",
                 "add the text",
                 false};
     }
 
-    const Occurrences m_codes;
     const RawTable& m_descriptions;
     const TableModel m_model;
     Findings& m_findings;
-    Values m_languages;
-    std::set<std::pair<std::string, std::string>> m_known;
+    std::set<std::uint64_t> m_codes;
+    std::set<std::uint64_t> m_languages;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> m_known;
 };
 
 }  // namespace
@@ -177,9 +194,12 @@ void checkIndex(const RawDatabase& database, const TableModel& model, Findings& 
 
 void checkTexts(const RawTable& faultTypes, const RawTable& descriptions, Findings& findings)
 {
+    const TableModel::Column key = faultTypeModel().columns.front();
+    const std::optional<std::size_t> code = positionOf(key.name, faultTypes);
     const std::optional<std::size_t> faultType = positionOf(FAULT_TYPE, descriptions);
     const std::optional<std::size_t> language = positionOf(LANGUAGE, descriptions);
-    if (positionOf("code", faultTypes) && faultType && language) {
-        Texts(faultTypes, descriptions, findings).check(*faultType, *language);
+    if (code && faultType && language) {
+        Texts(deliveredNumbers(faultTypes, *code, key.bits), descriptions, findings)
+            .check(*faultType, *language);
     }
 }

@@ -2,42 +2,15 @@
 
 #include <fmt/format.h>
 
-#include <cstdint>
-#include <limits>
 #include <optional>
 
-#include "LibraryLines.h"
 #include "Utf8.h"
+#include "deliveredNumber.h"
 #include "rawRows.h"
-#include "zav/sqlTblUtil.h"
 
 namespace {
 
 constexpr unsigned LOOKUP_BITS = 16;  // of the code that getFaultTypeDef() takes
-
-std::uint64_t largest(unsigned bits)
-{
-    return (std::uint64_t{1} << bits) - 1;
-}
-
-template <class Number>
-std::optional<std::uint64_t> decodedAs(const RawCell& cell)
-{
-    std::string text = cell.text();
-    char* start = text.data();
-    Number number = 0;
-    if (sqlTblUtil::setValueFromSqlResult(&start, &number) != 0) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-/// The number that the library reads; nothing if it finds none and delivers 0.
-std::optional<std::uint64_t> decoded(const RawCell& cell, unsigned bits)
-{
-    const LibrarySilence silence;
-    return bits == 16 ? decodedAs<unsigned short>(cell) : decodedAs<unsigned int>(cell);
-}
 
 /// The checks of one cell.
 class CellCheck {
@@ -96,18 +69,19 @@ private:
 
     void checkNumber(Findings& findings) const
     {
-        const std::optional<std::uint64_t> number = decoded(m_cell, m_column.bits);
+        const std::optional<std::uint64_t> number = deliveredNumber(m_cell.text(), m_column.bits);
         const std::string delivered = std::to_string(number.value_or(0));
         if (!number || delivered != m_cell.bytes) {
             findings.push_back(finding(
                 kindOfDifference(number), delivered,
-                fmt::format("write a whole number from 0 to {}", largest(m_column.bits)), true));
+                fmt::format("write a whole number from 0 to {}", largestNumber(m_column.bits)),
+                true));
         } else if (isBeyondLookup(*number)) {
             findings.push_back(
                 finding("code-range",
                         fmt::format("{} from the whole table, but {} cannot ask for it", delivered,
                                     m_model.lookup),
-                        fmt::format("use codes up to {}", largest(LOOKUP_BITS)), false));
+                        fmt::format("use codes up to {}", largestNumber(LOOKUP_BITS)), false));
         }
     }
 
@@ -131,7 +105,7 @@ private:
     bool isBeyondLookup(std::uint64_t number) const
     {
         return m_column.isKey && m_column.name == m_model.filterColumn().name &&
-               number > largest(LOOKUP_BITS);
+               number > largestNumber(LOOKUP_BITS);
     }
 
     const TableModel& m_model;

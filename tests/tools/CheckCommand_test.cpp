@@ -41,7 +41,13 @@ const std::string FAULT_ORDER =
 const std::string TEXT_ORDER =
     "\"make the table anew with its columns in this order: id, id_fault_type, id_language, name, "
     "short_description, description, comment, remedy\"\r\n";
+const std::string UNKNOWN = "\"add the fault type, or correct or delete the row\"\r\n";
+const std::string UNKNOWN_0 = "\"the texts, of fault type 0, which is nowhere defined\"," + UNKNOWN;
 const std::string UP_TO_65535 = ",write a whole number from 0 to 65535\r\n";
+
+/// Without types: what is stored stays as it is written.
+const std::string TEXT_COLUMNS =
+    "id,id_fault_type,id_language,name,short_description,description,comment,remedy";
 
 std::string replaceFaultTable(const std::string& columns, const std::string& values)
 {
@@ -175,7 +181,7 @@ const Case CASES[] = {
      "\"65536 from the whole table, but getFaultTypeDef() cannot ask for it\","
      "use codes up to 65535\r\n"
      "out-of-range,descriptions,id=2,id_fault_type,65536,0" +
-         UP_TO_65535},
+         UP_TO_65535 + "unknown-fault,descriptions,id=2,id_fault_type,65536," + UNKNOWN_0},
     {"CodeBeyondTheField",
      "INSERT INTO fault_type_definition VALUES(4294967296,'','',0,0);"
      "INSERT INTO descriptions VALUES(2,4294967296,1,'','','','','')",
@@ -185,8 +191,43 @@ const Case CASES[] = {
          UP_TO_65535},
     {"UnknownFault", "INSERT INTO descriptions VALUES(2,9,1,'','','','','')",
      "unknown-fault,descriptions,id=2,id_fault_type,9,"
-     "\"the texts, of a fault type that is nowhere defined\","
-     "\"add the fault type, or delete the row\"\r\n"},
+     "\"the texts, of fault type 9, which is nowhere defined\"," +
+         UNKNOWN},
+    {"UnknownFaultByTheNumberThatIsDelivered",
+     "INSERT INTO descriptions VALUES(2,'9 ms',1,'','','','','')",
+     "inexact-number,descriptions,id=2,id_fault_type,9 ms,9" + UP_TO_65535 +
+         "unknown-fault,descriptions,id=2,id_fault_type,9 ms,"
+         "\"the texts, of fault type 9, which is nowhere defined\"," +
+         UNKNOWN},
+    {"FaultTypeAsAFraction", replaceTextTable(TEXT_COLUMNS, "1,1.0,1,'n','s','d','c','r'"),
+     "inexact-number,descriptions,id=1,id_fault_type,1.0,1" + UP_TO_65535},
+    {"FaultTypeAfterABlank", replaceTextTable(TEXT_COLUMNS, "1,' 1',1,'n','s','d','c','r'"),
+     "inexact-number,descriptions,id=1,id_fault_type, 1,1" + UP_TO_65535},
+    {"FaultTypeWithLetters", "UPDATE descriptions SET id_fault_type='1abc'",
+     "inexact-number,descriptions,id=1,id_fault_type,1abc,1" + UP_TO_65535},
+    {"FaultTypeThatIsNoNumber", "UPDATE descriptions SET id_fault_type='abc'",
+     "not-a-number,descriptions,id=1,id_fault_type,abc,0" + UP_TO_65535 +
+         "unknown-fault,descriptions,id=1,id_fault_type,abc," + UNKNOWN_0},
+    {"FaultTypeThatIsNoNumberWhereThereIsFaultType0",
+     "UPDATE fault_type_definition SET code=0; UPDATE descriptions SET id_fault_type='abc'",
+     "not-a-number,descriptions,id=1,id_fault_type,abc,0" + UP_TO_65535},
+    {"CodeWithLetters",
+     replaceFaultTable("code,alias,type,bug,clear_after_cycle_nr", "'1abc','a','b',0,0"),
+     "inexact-number,fault_type_definition,code='1abc',code,1abc,1,"
+     "write a whole number from 0 to 4294967295\r\n"},
+    {"DuplicateTextByTheNumbersThatAreDelivered",
+     replaceTextTable(TEXT_COLUMNS, "1,1,1,'n','s','d','c','r'),(2,1.0,'1st','n','s','d','c','r'"),
+     "inexact-number,descriptions,id=2,id_fault_type,1.0,1" + UP_TO_65535 +
+         "inexact-number,descriptions,id=2,id_language,1st,1" + UP_TO_65535 +
+         "duplicate-text,descriptions,id=2,id_language,1st,"
+         "one more record in this language for fault type 1,"
+         "keep one row for each fault type and language\r\n"},
+    {"NoTextIsMissingByTheNumbersThatAreDelivered",
+     "INSERT INTO fault_type_definition VALUES(2,'','',0,0);" +
+         replaceTextTable(TEXT_COLUMNS,
+                          "1,1,1,'n','s','d','c','r'),(2,'2nd','1st','n','s','d','c','r'"),
+     "inexact-number,descriptions,id=2,id_fault_type,2nd,2" + UP_TO_65535 +
+         "inexact-number,descriptions,id=2,id_language,1st,1" + UP_TO_65535},
     {"MissingLanguage",
      "INSERT INTO fault_type_definition VALUES(2,'','',0,0);"
      "INSERT INTO descriptions VALUES(2,2,10,'','','','','')",
@@ -204,15 +245,11 @@ const Case CASES[] = {
      "\"2 records from the whole table, but none from getFaultTypeDef()\","
      "keep one; declare code as INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL\r\n"},
     {"DuplicateId",
-     replaceTextTable("id,id_fault_type,id_language,name,short_description,description,comment,"
-                      "remedy",
-                      "1,1,1,'n','s','d','c','r'),(1,1,2,'','','','',''"),
+     replaceTextTable(TEXT_COLUMNS, "1,1,1,'n','s','d','c','r'),(1,1,2,'','','','',''"),
      "duplicate-id,descriptions,id=1,id,1,2 records,"
      "keep one; declare id as INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL\r\n"},
     {"KeyThatIsNoNumber",
-     replaceTextTable("id,id_fault_type,id_language,name,short_description,description,comment,"
-                      "remedy",
-                      "'o''ne',1,1,'n','s','d','c','r'),(NULL,1,2,'','','','',''"),
+     replaceTextTable(TEXT_COLUMNS, "'o''ne',1,1,'n','s','d','c','r'),(NULL,1,2,'','','','',''"),
      "not-a-number,descriptions,id='o''ne',id,o'ne,0" + UP_TO_65535 +
          "null,descriptions,row 2,id,NULL,0,write a number\r\n"},
     {"MissingIndex", "DROP INDEX descriptions_id_fault_type",
