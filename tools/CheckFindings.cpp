@@ -30,7 +30,7 @@ void checkTable(const RawDatabase& database, const TableModel& model,
         return;
     }
     checkColumns(database, model, *table, findings);
-    checkValues(model, *table, findings);
+    checkValues(database, model, *table, findings);
     checkKeys(model, *table, findings);
 }
 

@@ -6,10 +6,22 @@
 #include <filesystem>
 
 #include "Database.h"
+#include "deliveredNumber.h"
 
 namespace {
 
 constexpr int BUSY_TIMEOUT_MS = 5000;  // as the library waits
+
+/// The SQL function delivered(); where the library finds no number it delivers 0.
+void deliver(sqlite3_context* context, int /*count*/, sqlite3_value** arguments)
+{
+    const unsigned char* start = sqlite3_value_text(arguments[0]);
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]));
+    const RawCell cell = {start == nullptr, std::string(start, start + size)};
+    const auto bits = static_cast<unsigned>(sqlite3_value_int(arguments[1]));
+    const std::uint64_t number = deliveredNumber(cell.text(), bits).value_or(0);
+    sqlite3_result_int64(context, static_cast<sqlite3_int64>(number));
+}
 
 }  // namespace
 
@@ -65,6 +77,7 @@ RawDatabase::RawDatabase(const std::string& file) : m_file(file)
     const int code =
         sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     sqlite3_busy_timeout(m_db, BUSY_TIMEOUT_MS);
+    sqlite3_create_function(m_db, "delivered", 2, SQLITE_UTF8, nullptr, deliver, nullptr, nullptr);
     if (code != SQLITE_OK || sqlite3_exec(m_db, "BEGIN; SELECT count(*) FROM sqlite_master",
                                           nullptr, nullptr, nullptr) != SQLITE_OK) {
         const std::string reason = sqlite3_errmsg(m_db);
@@ -102,6 +115,17 @@ std::optional<RawTable> RawDatabase::table(const std::string& name) const
 bool RawDatabase::accepts(const std::string& sql) const
 {
     return Statement(*this, sql).isValid();
+}
+
+std::vector<bool> RawDatabase::holds(const std::string& condition, const std::string& name) const
+{
+    // With all columns, as for table(): by fewer, SQLite may read an index in another order.
+    Statement select(*this, fmt::format(R"(SELECT *, {} FROM "{}")", condition, name));
+    std::vector<bool> results;
+    while (select.isValid() && select.step()) {
+        results.push_back(select.cell(select.columnCount() - 1).bytes == "1");
+    }
+    return results;
 }
 
 bool RawDatabase::readsWholeTable(const std::string& query) const

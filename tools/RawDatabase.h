@@ -40,6 +40,12 @@ public:
     /// @throws UnreadableFile
     bool accepts(const std::string& sql) const;
 
+    /// @param condition  on a row, as SQL; delivered(column, bits) in it is the number that the
+    ///                   library delivers of the column in a field of that width.
+    /// @return for each row of a table, in the order of table(), whether the condition holds.
+    /// @throws UnreadableFile
+    std::vector<bool> holds(const std::string& condition, const std::string& name) const;
+
     /// @return whether SQLite would read a table from end to end for the query.
     /// @throws UnreadableFile
     bool readsWholeTable(const std::string& query) const;

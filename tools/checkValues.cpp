@@ -15,9 +15,11 @@ constexpr unsigned LOOKUP_BITS = 16;  // of the code that getFaultTypeDef() take
 /// The checks of one cell.
 class CellCheck {
 public:
+    /// @param isFound  whether the lookup of what is delivered finds the row, if it is by this
+    ///                 column.
     CellCheck(const TableModel& model, const TableModel::Column& column, const RawCell& cell,
-              const std::string& row)
-        : m_model(model), m_column(column), m_cell(cell), m_row(row)
+              bool isFound, const std::string& row)
+        : m_model(model), m_column(column), m_cell(cell), m_isFound(isFound), m_row(row)
     {
     }
 
@@ -71,11 +73,18 @@ private:
     {
         const std::optional<std::uint64_t> number = deliveredNumber(m_cell.text(), m_column.bits);
         const std::string delivered = std::to_string(number.value_or(0));
+        const bool isMissed = number && !m_isFound;
         if (!number || delivered != m_cell.bytes) {
             findings.push_back(finding(
-                kindOfDifference(number), delivered,
+                kindOfDifference(number), isMissed ? missed(delivered) : delivered,
                 fmt::format("write a whole number from 0 to {}", largestNumber(m_column.bits)),
                 true));
+        } else if (isMissed) {
+            findings.push_back(
+                finding("inexact-number", missed(delivered),
+                        fmt::format("declare {} as {}, and write a number rather than a text",
+                                    m_column.name, m_column.sqlType),
+                        false));
         } else if (isBeyondLookup(*number)) {
             findings.push_back(
                 finding("code-range",
@@ -83,6 +92,11 @@ private:
                                     m_model.lookup),
                         fmt::format("use codes up to {}", largestNumber(LOOKUP_BITS)), false));
         }
+    }
+
+    std::string missed(const std::string& delivered) const
+    {
+        return fmt::format("{}, by which {} does not find the row", delivered, m_model.lookup);
     }
 
     std::string kindOfDifference(const std::optional<std::uint64_t>& number) const
@@ -111,19 +125,32 @@ private:
     const TableModel& m_model;
     const TableModel::Column& m_column;
     const RawCell& m_cell;
+    const bool m_isFound;
     const std::string& m_row;
 };
 
+/// For each row, whether the lookup of what the library delivers in the filter column finds it.
+std::vector<bool> foundRows(const RawDatabase& database, const TableModel& model)
+{
+    const TableModel::Column& filter = model.filterColumn();
+    return database.holds(
+        fmt::format("{0}{1}delivered({0}, {2})", filter.name, model.comparison, filter.bits),
+        model.name);
+}
+
 }  // namespace
 
-void checkValues(const TableModel& model, const RawTable& table, Findings& findings)
+void checkValues(const RawDatabase& database, const TableModel& model, const RawTable& table,
+                 Findings& findings)
 {
+    const std::vector<bool> found = foundRows(database, model);
     for (std::size_t row = 0; row < table.rows.size(); ++row) {
         const std::string label = rowLabel(model, table, row);
         for (const TableModel::Column& column : model.columns) {
             const std::optional<std::size_t> position = positionOf(column.name, table);
             if (position) {
-                CellCheck(model, column, table.rows[row][*position], label).run(findings);
+                const bool isFound = column.name != model.filterColumn().name || found[row];
+                CellCheck(model, column, table.rows[row][*position], isFound, label).run(findings);
             }
         }
     }

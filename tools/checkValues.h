@@ -6,4 +6,5 @@
 
 /// Finds the cells of a table that the library delivers as something else, or that break what is
 /// made of them.
-void checkValues(const TableModel& model, const RawTable& table, Findings& findings);
+void checkValues(const RawDatabase& database, const TableModel& model, const RawTable& table,
+                 Findings& findings);

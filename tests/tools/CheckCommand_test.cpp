@@ -45,6 +45,12 @@ const std::string UNKNOWN = "\"add the fault type, or correct or delete the row\
 const std::string UNKNOWN_0 = "\"the texts, of fault type 0, which is nowhere defined\"," + UNKNOWN;
 const std::string UP_TO_65535 = ",write a whole number from 0 to 65535\r\n";
 
+/// A number that is delivered, but not what a lookup finds the row by.
+std::string notFound(const std::string& number, const std::string& lookup = "getDescriptionsByFC()")
+{
+    return ",\"" + number + ", by which " + lookup + " does not find the row\"";
+}
+
 /// Without types: what is stored stays as it is written.
 const std::string TEXT_COLUMNS =
     "id,id_fault_type,id_language,name,short_description,description,comment,remedy";
@@ -195,16 +201,23 @@ const Case CASES[] = {
          UNKNOWN},
     {"UnknownFaultByTheNumberThatIsDelivered",
      "INSERT INTO descriptions VALUES(2,'9 ms',1,'','','','','')",
-     "inexact-number,descriptions,id=2,id_fault_type,9 ms,9" + UP_TO_65535 +
+     "inexact-number,descriptions,id=2,id_fault_type,9 ms" + notFound("9") + UP_TO_65535 +
          "unknown-fault,descriptions,id=2,id_fault_type,9 ms,"
          "\"the texts, of fault type 9, which is nowhere defined\"," +
          UNKNOWN},
     {"FaultTypeAsAFraction", replaceTextTable(TEXT_COLUMNS, "1,1.0,1,'n','s','d','c','r'"),
      "inexact-number,descriptions,id=1,id_fault_type,1.0,1" + UP_TO_65535},
     {"FaultTypeAfterABlank", replaceTextTable(TEXT_COLUMNS, "1,' 1',1,'n','s','d','c','r'"),
-     "inexact-number,descriptions,id=1,id_fault_type, 1,1" + UP_TO_65535},
+     "inexact-number,descriptions,id=1,id_fault_type, 1" + notFound("1") + UP_TO_65535},
     {"FaultTypeWithLetters", "UPDATE descriptions SET id_fault_type='1abc'",
-     "inexact-number,descriptions,id=1,id_fault_type,1abc,1" + UP_TO_65535},
+     "inexact-number,descriptions,id=1,id_fault_type,1abc" + notFound("1") + UP_TO_65535},
+    {"FaultTypeAsATextThatTheLookupDoesNotFind",
+     replaceTextTable(TEXT_COLUMNS, "1,'1',1,'n','s','d','c','r'"),
+     "inexact-number,descriptions,id=1,id_fault_type,1" + notFound("1") +
+         ",\"declare id_fault_type as INTEGER, and write a number rather than a text\"\r\n"},
+    {"FaultTypeAsATextThatTheLookupFinds", "UPDATE descriptions SET id_fault_type='1'", ""},
+    {"NullFaultType", "UPDATE descriptions SET id_fault_type=NULL",
+     "null,descriptions,id=1,id_fault_type,NULL,0,write a number\r\n"},
     {"FaultTypeThatIsNoNumber", "UPDATE descriptions SET id_fault_type='abc'",
      "not-a-number,descriptions,id=1,id_fault_type,abc,0" + UP_TO_65535 +
          "unknown-fault,descriptions,id=1,id_fault_type,abc," + UNKNOWN_0},
@@ -213,8 +226,8 @@ const Case CASES[] = {
      "not-a-number,descriptions,id=1,id_fault_type,abc,0" + UP_TO_65535},
     {"CodeWithLetters",
      replaceFaultTable("code,alias,type,bug,clear_after_cycle_nr", "'1abc','a','b',0,0"),
-     "inexact-number,fault_type_definition,code='1abc',code,1abc,1,"
-     "write a whole number from 0 to 4294967295\r\n"},
+     "inexact-number,fault_type_definition,code='1abc',code,1abc" +
+         notFound("1", "getFaultTypeDef()") + ",write a whole number from 0 to 4294967295\r\n"},
     {"DuplicateTextByTheNumbersThatAreDelivered",
      replaceTextTable(TEXT_COLUMNS, "1,1,1,'n','s','d','c','r'),(2,1.0,'1st','n','s','d','c','r'"),
      "inexact-number,descriptions,id=2,id_fault_type,1.0,1" + UP_TO_65535 +
@@ -226,7 +239,7 @@ const Case CASES[] = {
      "INSERT INTO fault_type_definition VALUES(2,'','',0,0);" +
          replaceTextTable(TEXT_COLUMNS,
                           "1,1,1,'n','s','d','c','r'),(2,'2nd','1st','n','s','d','c','r'"),
-     "inexact-number,descriptions,id=2,id_fault_type,2nd,2" + UP_TO_65535 +
+     "inexact-number,descriptions,id=2,id_fault_type,2nd" + notFound("2") + UP_TO_65535 +
          "inexact-number,descriptions,id=2,id_language,1st,1" + UP_TO_65535},
     {"MissingLanguage",
      "INSERT INTO fault_type_definition VALUES(2,'','',0,0);"
@@ -272,6 +285,26 @@ const Case CASES[] = {
 
 INSTANTIATE_TEST_SUITE_P(CheckCommand, CheckFindings, testing::ValuesIn(CASES),
                          [](const auto& suite) { return suite.param.name; });
+
+TEST(CheckCommand, TellsWhetherTheLookupFindsWhatIsDelivered)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database("INSERT INTO fault_type_definition VALUES(1,'','',0,0)");
+    int found = 0;
+    for (const std::string type : {"", "INTEGER", "REAL", "VARCHAR"}) {
+        for (const std::string value : {"1", "1.0", "'1'", "' 1'", "'1st'", "'01'", "x'31'"}) {
+            runSql(file, "DROP TABLE descriptions; CREATE TABLE descriptions(id, id_fault_type " +
+                             type + "); INSERT INTO descriptions VALUES(7," + value + ")");
+            const bool isFound = zav.run("texts --code 1 " + file).status == 0;
+            const std::string findings = zav.run("check " + file).output;
+            EXPECT_EQ(findings.find("does not find the row") == std::string::npos, isFound)
+                << type << ' ' << value << '\n'
+                << findings;
+            found += isFound ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(found, 2 + 5 + 5 + 2);
+}
 
 TEST(CheckCommand, AdviceOfColumnsAndIndexWorks)
 {
