@@ -67,11 +67,11 @@ Subcommands:
   check                       Find what would surprise an application
 
 Examples:
-  zav faults faults.db                           all fault types
-  zav fault faults.db 17                         one, with its texts
-  zav texts faults.db --language 2 --format csv  the texts in one language, for a spreadsheet
-  zav sql faults.db insert | sqlite3 copy.db     into a file that has the empty tables
-  zav check faults.db                            what would surprise an application
+  zav faults faults.db                              all fault types
+  zav fault faults.db 17                            one, with its texts
+  zav texts faults.db --language 2 --format csv     the texts in one language, for a spreadsheet
+  zav sql faults.db insert | sqlite3 -bail copy.db  into a file that has the empty tables
+  zav check faults.db                               what would surprise an application
 
 Exit status: 0 done, 1 not found or findings, 2 wrong usage,
 3 the file cannot be read or the output cannot be written.

@@ -68,6 +68,16 @@ TEST(Manual, NamesAllOptionsAndCommands)
     EXPECT_GT(count, 10);
 }
 
+TEST(Manual, AndHelpEndAnImportAtItsFirstFailure)
+{
+    const ZavCommand zav;
+    const CommandResult imports =
+        zav.shell("{ zav --help; cat " + MANUAL + "; } | grep -o 'insert | sqlite3 .*copy.db'");
+    EXPECT_EQ(imports.output,
+              "insert | sqlite3 -bail copy.db\n"
+              "insert | sqlite3 -bail copy.db\n");
+}
+
 TEST(Manual, NamesAllFindings)
 {
     const ZavCommand zav;
