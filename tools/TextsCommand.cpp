@@ -1,7 +1,12 @@
 #include "TextsCommand.h"
 
-#include <algorithm>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "message.h"
 #include "recordTables.h"
 
 namespace {
@@ -14,6 +19,18 @@ void keepLanguage(std::uint16_t language, std::vector<Descriptions>& texts)
     texts.erase(std::remove_if(texts.begin(), texts.end(), isOther), texts.end());
 }
 
+std::string wanted(const TextsFilter& filter)
+{
+    std::vector<std::string> conditions;
+    if (filter.code) {
+        conditions.push_back(fmt::format("the code {}", *filter.code));
+    }
+    if (filter.language) {
+        conditions.push_back(fmt::format("the language {}", *filter.language));
+    }
+    return fmt::format("{}", fmt::join(conditions, " and "));
+}
+
 }  // namespace
 
 ExitStatus runTexts(Database& database, const TextsFilter& filter, Output& output)
@@ -24,5 +41,9 @@ ExitStatus runTexts(Database& database, const TextsFilter& filter, Output& outpu
         keepLanguage(*filter.language, texts);
     }
     output.print(tableOf(texts));
-    return filter.isSet() && texts.empty() ? ExitStatus::NOT_FOUND_OR_FINDINGS : ExitStatus::DONE;
+    if (!filter.isSet() || !texts.empty()) {
+        return ExitStatus::DONE;
+    }
+    printMessage(fmt::format("{}: no text has {}", database.file(), wanted(filter)));
+    return ExitStatus::NOT_FOUND_OR_FINDINGS;
 }

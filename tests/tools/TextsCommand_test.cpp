@@ -68,6 +68,28 @@ TEST(TextsCommand, NarrowsByCodeAndLanguage)
     }
 }
 
+TEST(TextsCommand, SaysWhatIsNotThere)
+{
+    struct Case {
+        std::string options;
+        std::string missing;
+    };
+    const Case cases[] = {
+        {"--code 14", "the code 14"},
+        {"--language 3", "the language 3"},
+        {"--code 13 --language 1", "the code 13 and the language 1"},
+    };
+    const ZavCommand zav;
+    const std::string file =
+        zav.database("INSERT INTO descriptions(id_fault_type, id_language) VALUES(12,1),(13,2)");
+    for (const Case& row : cases) {
+        const CommandResult result = zav.run("texts " + row.options + " " + file);
+        EXPECT_EQ(result.errors, "zav: " + file + ": no text has " + row.missing + "\n");
+        EXPECT_EQ(result.status, 1) << row.options;
+    }
+    EXPECT_EQ(zav.run("texts --code 13 --language 2 " + file).errors, "");
+}
+
 TEST(TextsCommand, EmptyTableIsNoFailure)
 {
     const ZavCommand zav;
