@@ -1,11 +1,10 @@
 #include "CheckCommand.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <tuple>
 
 #include "CheckFindings.h"
+#include "counted.h"
 
 namespace {
 
@@ -54,8 +53,7 @@ Findings grouped(const Findings& findings)
 
 std::string summary(std::size_t count)
 {
-    return count == 0 ? "no findings\n"
-                      : fmt::format("\n{} finding{}\n", count, count == 1 ? "" : "s");
+    return count == 0 ? "no findings\n" : "\n" + counted(count, "finding") + "\n";
 }
 
 }  // namespace

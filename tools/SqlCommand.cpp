@@ -6,6 +6,7 @@
 
 #include "CheckFindings.h"
 #include "SqlText.h"
+#include "counted.h"
 #include "message.h"
 #include "zav/ZavSqlDescriptionsTbl.h"
 #include "zav/ZavSqlFaultTypeDefTbl.h"
@@ -68,15 +69,15 @@ std::string script(const std::vector<Record>& records, SqlTbl<Record>& table, St
 void warnOfLosses(const std::string& file, const std::vector<std::string>& tables)
 {
     const Findings findings = findSurprises(file);
-    const auto losses =
+    const auto losses = static_cast<std::size_t>(
         std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
             return finding.isLoss &&
                    std::find(tables.begin(), tables.end(), finding.table) != tables.end();
-        });
+        }));
     if (losses > 0) {
         printMessage(fmt::format(
-            "warning: {}: the statements differ from the file in {} place{}; zav check lists them",
-            file, losses, losses == 1 ? "" : "s"));
+            "warning: {}: the statements differ from the file in {}; zav check lists them", file,
+            counted(losses, "place")));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "Utf8.h"
+#include "counted.h"
 #include "deliveredNumber.h"
 #include "rawRows.h"
 
@@ -55,7 +56,8 @@ private:
     {
         if (m_cell.bytes.find('\0') != std::string::npos) {
             findings.push_back(finding(
-                "cut-text", fmt::format("the {} bytes before the NUL byte", m_cell.text().size()),
+                "cut-text",
+                fmt::format("the {} before the NUL byte", counted(m_cell.text().size(), "byte")),
                 "remove the NUL byte", true));
         }
         if (!utf8::isValid(m_cell.bytes)) {

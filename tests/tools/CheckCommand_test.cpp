@@ -168,6 +168,12 @@ const Case CASES[] = {
      std::string("cut-text,descriptions,id=1,remedy,ab") + '\0' +
          "c,the 2 bytes before the NUL byte,"
          "remove the NUL byte\r\n"},
+    {"TextWithNulAfterOneByte", "UPDATE descriptions SET remedy='a' || char(0)",
+     std::string("cut-text,descriptions,id=1,remedy,a") + '\0' +
+         ",the 1 byte before the NUL byte,remove the NUL byte\r\n"},
+    {"TextWithNulInFront", "UPDATE descriptions SET remedy=char(0)",
+     std::string("cut-text,descriptions,id=1,remedy,") + '\0' +
+         ",the 0 bytes before the NUL byte,remove the NUL byte\r\n"},
     {"TextNotUtf8", "UPDATE descriptions SET remedy=CAST(x'fc' AS TEXT)",
      "not-utf8,descriptions,id=1,remedy,\xfc,the bytes unchanged,store the text in UTF-8\r\n"},
     {"Quote", "UPDATE descriptions SET remedy='it''s'",
