@@ -53,9 +53,12 @@ std::string tableAnew(const TableModel& model)
                        fmt::join(namesOf(model), ", "));
 }
 
+/// What stands in a field that nothing is read into: the library decodes all rows, of all files,
+/// into one record.
 std::string unfilled(const TableModel::Column& column)
 {
-    return column.bits == 0 ? "an empty text in every record" : "0 in every record";
+    return column.bits == 0 ? "the text last read (at first an empty one) in every record"
+                            : "the number last read (at first 0) in every record";
 }
 
 Finding missingColumn(const TableModel& model, const TableModel::Column& column)

@@ -79,14 +79,17 @@ const Case CASES[] = {
      "create the table; zav(1) shows the statement\r\n"
      "missing-table,descriptions,,,,no records: every query of the table fails,"
      "create the table; zav(1) shows the statement\r\n"},
-    {"MissingText", "ALTER TABLE fault_type_definition DROP COLUMN type",
-     "missing-column,fault_type_definition,,type,,an empty text in every record,"
+    {"MissingTextColumn", "ALTER TABLE fault_type_definition DROP COLUMN type",
+     "missing-column,fault_type_definition,,type,,"
+     "the text last read (at first an empty one) in every record,"
      "\"ALTER TABLE \"\"fault_type_definition\"\" ADD COLUMN \"\"type\"\" VARCHAR;\"\r\n"},
     {"MissingNumber", "ALTER TABLE descriptions DROP COLUMN id_language",
-     "missing-column,descriptions,,id_language,,0 in every record,"
+     "missing-column,descriptions,,id_language,,"
+     "the number last read (at first 0) in every record,"
      "\"ALTER TABLE \"\"descriptions\"\" ADD COLUMN \"\"id_language\"\" INTEGER;\"\r\n"},
     {"MissingCode", replaceFaultTable("alias,type,bug,clear_after_cycle_nr", "'a','b',0,0"),
-     "missing-column,fault_type_definition,,code,,0 in every record; getFaultTypeDef() fails," +
+     "missing-column,fault_type_definition,,code,,"
+     "the number last read (at first 0) in every record; getFaultTypeDef() fails," +
          FAULT_ORDER +
          "column-order,fault_type_definition,,,\"alias, type, bug, clear_after_cycle_nr\","
          "\"once a query has returned rows, getFaultTypeDef() finds by \"\"alias\"\" instead of "
@@ -94,12 +97,13 @@ const Case CASES[] = {
          FAULT_ORDER},
     {"OtherLetters", "ALTER TABLE fault_type_definition RENAME COLUMN alias TO Alias",
      "letter-case,fault_type_definition,,Alias,,"
-     "\"an empty text in every record: the library looks for \"\"alias\"\"\","
+     "\"the text last read (at first an empty one) in every record: the library looks for "
+     "\"\"alias\"\"\","
      "\"ALTER TABLE \"\"fault_type_definition\"\" RENAME COLUMN \"\"Alias\"\" TO "
      "\"\"alias\"\";\"\r\n"},
     {"OtherLettersOfTheKey", "ALTER TABLE fault_type_definition RENAME COLUMN code TO Code",
      "letter-case,fault_type_definition,,Code,,"
-     "\"0 in every record: the library looks for \"\"code\"\"\","
+     "\"the number last read (at first 0) in every record: the library looks for \"\"code\"\"\","
      "\"ALTER TABLE \"\"fault_type_definition\"\" RENAME COLUMN \"\"Code\"\" TO "
      "\"\"code\"\";\"\r\n"},
     {"ExtraColumnAtTheEnd", "ALTER TABLE fault_type_definition ADD COLUMN owner DEFAULT 'x'",
