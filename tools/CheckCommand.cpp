@@ -60,7 +60,7 @@ std::string summary(std::size_t count)
 
 ExitStatus runCheck(const Database& database, Output& output)
 {
-    const Findings findings = findSurprises(database.file());
+    const Findings findings = findSurprises(database);
     if (output.format() != Format::TABLE) {
         output.print(tableOf(findings));
     } else {

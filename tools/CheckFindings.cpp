@@ -5,6 +5,7 @@
 #include "RawDatabase.h"
 #include "TableModel.h"
 #include "checkColumns.h"
+#include "checkJournals.h"
 #include "checkRelations.h"
 #include "checkValues.h"
 
@@ -36,15 +37,16 @@ void checkTable(const RawDatabase& database, const TableModel& model,
 
 }  // namespace
 
-Findings findSurprises(const std::string& file)
+Findings findSurprises(const Database& opened)
 {
-    const RawDatabase database(file);
+    const RawDatabase database(opened.file());
     const TableModel faultTypes = faultTypeModel();
     const TableModel descriptions = descriptionsModel();
     const std::optional<RawTable> faultTypeTable = database.table(faultTypes.name);
     const std::optional<RawTable> descriptionsTable = database.table(descriptions.name);
 
     Findings findings;
+    checkJournals(opened.journals(), findings);
     checkTable(database, faultTypes, faultTypeTable, findings);
     checkTable(database, descriptions, descriptionsTable, findings);
     if (descriptionsTable) {

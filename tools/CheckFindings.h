@@ -1,11 +1,11 @@
 #pragma once
 
-#include <string>
-
+#include "Database.h"
 #include "Finding.h"
 
 /// Compares a database file with what the library will deliver of it.
 ///
-/// @return the findings, in the order of the tables and their rows.
+/// @return the findings, those of the file as a whole first, then in the order of the tables and
+/// their rows.
 /// @throws UnreadableFile
-Findings findSurprises(const std::string& file);
+Findings findSurprises(const Database& opened);

@@ -5,7 +5,7 @@
 #include "LibraryLines.h"
 
 Database::Database(const std::string& file, int debugLevel)
-    : m_file(file), m_service(DescriptionDb::getInstance())
+    : m_file(file), m_journals(journalsOf(file)), m_service(DescriptionDb::getInstance())
 {
     m_service->setDbgLevel(debugLevel);
     if (m_service->openDb(file, true) != 0) {

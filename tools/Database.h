@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Journals.h"
 #include "zav/DescriptionDb.h"
 
 /// The file could not be opened, or a query failed. The text is complete but for the program's
@@ -33,6 +34,9 @@ public:
 
     const std::string& file() const { return m_file; }
 
+    /// @return how it was before it was opened here.
+    const Journals& journals() const { return m_journals; }
+
     /// @throws UnreadableFile
     std::vector<FaultTypeDef> faultTypes();
 
@@ -51,5 +55,6 @@ private:
     void throwIfFailed(int result) const;
 
     std::string m_file;
+    Journals m_journals;
     DescriptionDb* m_service;
 };

@@ -66,9 +66,9 @@ std::string script(const std::vector<Record>& records, SqlTbl<Record>& table, St
     return text;
 }
 
-void warnOfLosses(const std::string& file, const std::vector<std::string>& tables)
+void warnOfLosses(const Database& database, const std::vector<std::string>& tables)
 {
-    const Findings findings = findSurprises(file);
+    const Findings findings = findSurprises(database);
     const auto losses = static_cast<std::size_t>(
         std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
             return finding.isLoss &&
@@ -76,8 +76,8 @@ void warnOfLosses(const std::string& file, const std::vector<std::string>& table
         }));
     if (losses > 0) {
         printMessage(fmt::format(
-            "warning: {}: the statements differ from the file in {}; zav check lists them", file,
-            counted(losses, "place")));
+            "warning: {}: the statements differ from the file in {}; zav check lists them",
+            database.file(), counted(losses, "place")));
     }
 }
 
@@ -97,7 +97,7 @@ ExitStatus runSql(Database& database, Statement statement, TableChoice choice, O
         text += script(database.texts(), table, statement);
         tables.push_back(table.tableName);
     }
-    warnOfLosses(database.file(), tables);
+    warnOfLosses(database, tables);
     output.printText(text + "COMMIT;\n");
     return ExitStatus::DONE;
 }

@@ -296,6 +296,96 @@ const Case CASES[] = {
 INSTANTIATE_TEST_SUITE_P(CheckCommand, CheckFindings, testing::ValuesIn(CASES),
                          [](const auto& suite) { return suite.param.name; });
 
+const std::string WAL_MODE =
+    "wal-mode,,,,wal,"
+    "\"every query fails on a read-only medium, or without the right to write to the folder\","
+    "PRAGMA journal_mode=DELETE; before shipping; never ship the file and a -wal file beside it "
+    "one "
+    "without the other\r\n";
+
+std::string journalFile(const std::string& name)
+{
+    return "journal-file,,,," + name +
+           ",\"the data once SQLite has applied the journal; without the right to write, every "
+           "query "
+           "may fail\",\"VACUUM; before shipping, which leaves no journal; never ship one without "
+           "the "
+           "other\"\r\n";
+}
+
+/// Copies a database with its journal while a transaction of many pages is open, as its writer
+/// would leave it by dying.
+const std::string DIE =
+    "sqlite3 faults.db 'PRAGMA cache_size=1' BEGIN "
+    "'UPDATE descriptions SET remedy=hex(zeroblob(9000))' "
+    "'.shell for file in faults.db*; do cp $file dead-$file; done' ROLLBACK >/dev/null;"
+    "for file in dead-*; do mv $file ${file#dead-}; done";
+
+TEST(CheckCommand, FindsTheJournalsThatWereThereBefore)
+{
+    struct State {
+        std::string commands;
+        std::string findings;
+    };
+    const std::string wal = "sqlite3 faults.db 'PRAGMA journal_mode=WAL' >/dev/null;";
+    const State states[] = {
+        {"true", ""},
+        {wal, WAL_MODE},
+        {wal + DIE, WAL_MODE},
+        {wal + "touch faults.db-journal", WAL_MODE + journalFile("faults.db-journal")},
+        {DIE, journalFile("faults.db-journal")},
+        {"touch faults.db-journal", journalFile("faults.db-journal")},
+        {"cp faults.db old.db;" + wal + DIE + "; mv old.db faults.db; rm -f faults.db-shm",
+         journalFile("faults.db-wal")},
+        {"mkdir real; mv faults.db real; touch real/faults.db-journal; ln -s real/faults.db .",
+         journalFile("faults.db-journal")},
+    };
+    for (const State& row : states) {
+        const ZavCommand zav;
+        zav.database(CLEAN);
+        const std::string inFolder = "cd " + zav.file("") + ";";
+        ASSERT_EQ(zav.shell(inFolder + row.commands).status, 0) << row.commands;
+        const CommandResult result = zav.shell(inFolder + "zav check --format csv faults.db");
+        EXPECT_EQ(result.output, HEADER + row.findings) << row.commands;
+        EXPECT_EQ(result.errors, "") << row.commands;
+        EXPECT_EQ(result.status, row.findings.empty() ? 0 : 1) << row.commands;
+        const std::string advice = "sqlite3 faults.db 'PRAGMA journal_mode=DELETE; VACUUM' >&2;";
+        EXPECT_EQ(zav.shell(inFolder + advice + "zav check faults.db").output, "no findings\n")
+            << row.commands;
+    }
+}
+
+TEST(CheckCommand, ListsFindingsOfTheFileInEveryFormat)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(CLEAN);
+    zav.shell("touch " + file + "-journal");
+    EXPECT_EQ(zav.run("check " + file, "COLUMNS=60").output, R"(finding    journal-file
+table
+row
+column
+value      faults.db-journal
+delivered  the data once SQLite has applied the journal;
+           without the right to write, every query may fail
+advice     VACUUM; before shipping, which leaves no journal;
+           never ship one without the other
+
+1 finding
+)");
+    EXPECT_EQ(zav.run("check --format json " + file).output, R"([
+  {
+    "finding": "journal-file",
+    "table": "",
+    "row": "",
+    "column": "",
+    "value": "faults.db-journal",
+    "delivered": "the data once SQLite has applied the journal; without the right to write, every query may fail",
+    "advice": "VACUUM; before shipping, which leaves no journal; never ship one without the other"
+  }
+]
+)");
+}
+
 TEST(CheckCommand, TellsWhetherTheLookupFindsWhatIsDelivered)
 {
     const ZavCommand zav;

@@ -1,0 +1,45 @@
+#include "checkJournals.h"
+
+namespace {
+
+Finding walMode()
+{
+    return {
+        "wal-mode",
+        "",
+        "",
+        "",
+        "wal",
+        "every query fails on a read-only medium, or without the right to write to the folder",
+        "PRAGMA journal_mode=DELETE; before shipping; never ship the file and a -wal file beside "
+        "it one without the other",
+        false};
+}
+
+Finding journalFile(const std::string& name)
+{
+    return {"journal-file",
+            "",
+            "",
+            "",
+            name,
+            "the data once SQLite has applied the journal; without the right to write, every query "
+            "may fail",
+            "VACUUM; before shipping, which leaves no journal; never ship one without the other",
+            false};
+}
+
+}  // namespace
+
+void checkJournals(const Journals& journals, Findings& findings)
+{
+    if (journals.isWalMode) {
+        findings.push_back(walMode());
+    }
+    if (!journals.rollbackJournal.empty()) {
+        findings.push_back(journalFile(journals.rollbackJournal));
+    }
+    if (!journals.wal.empty() && !journals.isWalMode) {
+        findings.push_back(journalFile(journals.wal));
+    }
+}
