@@ -9,8 +9,9 @@ install(TARGETS zav EXPORT zavTargets
     NAMELINK_COMPONENT libzav-dev)
 install(DIRECTORY include/zav
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT libzav-dev)
+# The manual of the command needs it, the command itself does not: installed without it, too.
 install(FILES db/schema.sql
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/zav" COMPONENT libzav-dev)
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zav" COMPONENT zav)
 
 # find_package(zav)
 install(EXPORT zavTargets NAMESPACE zav::

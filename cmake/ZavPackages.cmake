@@ -95,14 +95,13 @@ zav_package(libzav-dev
     SECTION libdevel
     MULTI_ARCH same
     DEPENDS "libzav0 (= ${zav_deb_version})"
-    SUGGESTS libsqlite3-dev
+    SUGGESTS "libsqlite3-dev, zav"
     SUMMARY "read access to a database of fault definitions (development files)"
     DESCRIPTION
 "libzav reads the definitions of fault types, and the texts that describe them
 in several languages, from a SQLite file.
 .
-This package holds the headers, the files for CMake and pkg-config and the
-schema of the database.")
+This package holds the headers, and the files for CMake and pkg-config.")
 
 if(ZAV_BUILD_TOOLS)
     zav_package(zav
@@ -116,7 +115,8 @@ if(ZAV_BUILD_TOOLS)
 in several languages, from a SQLite file.
 .
 This package holds the command zav, which shows what an application gets from
-such a file, writes it as SQL, and finds what would surprise an application.")
+such a file, writes it as SQL, and finds what would surprise an application; and
+the schema of the database.")
 endif()
 
 include(CPack)
