@@ -78,6 +78,33 @@ TEST(Manual, AndHelpEndAnImportAtItsFirstFailure)
               "insert | sqlite3 -bail copy.db\n");
 }
 
+/// The statements that commands print, without their comments and layout.
+std::string statements(const ZavCommand& zav, const std::string& commands)
+{
+    return zav.shell(commands + " | sed 's/--.*//' | tr -d ' \\n'").output;
+}
+
+TEST(Manual, ShowsTheSchema)
+{
+    const ZavCommand zav;
+    EXPECT_EQ(statements(zav, "sed -n '/^CREATE/,/^\\.Ed/p' " + MANUAL + " | grep -v '^\\.Ed'"),
+              statements(zav, "cat " ZAV_SOURCE_DIR "/db/schema.sql"));
+}
+
+TEST(Manual, CopiesAFileAsItSays)
+{
+    const ZavCommand zav;
+    zav.database("INSERT INTO fault_type_definition VALUES(12,'E012','error',0,3)");
+    const CommandResult result =
+        zav.shell("cd " + zav.file("") + "; grep '^.Dl.*copy.db' " + MANUAL +
+                  " | cut -d' ' -f3- | sed 's#/usr/share/zav#" ZAV_SOURCE_DIR
+                  "/db#' >copy.sh; . ./copy.sh; zav faults --format csv copy.db");
+    EXPECT_EQ(result.output,
+              "code,alias,type,bug,clear_after_cycle_nr\r\n"
+              "12,E012,error,0,3\r\n");
+    EXPECT_EQ(result.errors, "");
+}
+
 TEST(Manual, NamesAllFindings)
 {
     const ZavCommand zav;
