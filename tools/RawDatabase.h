@@ -42,7 +42,8 @@ public:
 
     /// @param condition  on a row, as SQL; delivered(column, bits) in it is the number that the
     ///                   library delivers of the column in a field of that width.
-    /// @return for each row of a table, in the order of table(), whether the condition holds.
+    /// @return for each row of a table, in the order of table(), whether the condition holds; empty
+    ///         if SQLite takes no such query.
     /// @throws UnreadableFile
     std::vector<bool> holds(const std::string& condition, const std::string& name) const;
 

@@ -4,16 +4,14 @@ namespace {
 
 Finding walMode()
 {
-    return {
-        "wal-mode",
-        "",
-        "",
-        "",
-        "wal",
-        "every query fails on a read-only medium, or without the right to write to the folder",
-        "PRAGMA journal_mode=DELETE; before shipping; never ship the file and a -wal file beside "
-        "it one without the other",
-        false};
+    return {"wal-mode",
+            "",
+            "",
+            "",
+            "wal",
+            "every query fails on a read-only medium, or without the right to write to the folder",
+            "run PRAGMA journal_mode=DELETE before shipping; a -wal file is part of the data",
+            false};
 }
 
 Finding journalFile(const std::string& name)
@@ -25,7 +23,7 @@ Finding journalFile(const std::string& name)
             name,
             "the data once SQLite has applied the journal; without the right to write, every query "
             "may fail",
-            "VACUUM; before shipping, which leaves no journal; never ship one without the other",
+            "run VACUUM before shipping, which leaves no journal",
             false};
 }
 

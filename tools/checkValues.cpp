@@ -131,13 +131,17 @@ private:
     const std::string& m_row;
 };
 
-/// For each row, whether the lookup of what the library delivers in the filter column finds it.
-std::vector<bool> foundRows(const RawDatabase& database, const TableModel& model)
+/// For each row, whether the lookup of what the library delivers in the filter column finds it;
+/// true where SQLite cannot be asked, as of a table that has as many columns as SQLite allows.
+std::vector<bool> foundRows(const RawDatabase& database, const TableModel& model,
+                            std::size_t rowCount)
 {
     const TableModel::Column& filter = model.filterColumn();
-    return database.holds(
+    std::vector<bool> found = database.holds(
         fmt::format("{0}{1}delivered({0}, {2})", filter.name, model.comparison, filter.bits),
         model.name);
+    found.resize(rowCount, true);
+    return found;
 }
 
 }  // namespace
@@ -145,7 +149,7 @@ std::vector<bool> foundRows(const RawDatabase& database, const TableModel& model
 void checkValues(const RawDatabase& database, const TableModel& model, const RawTable& table,
                  Findings& findings)
 {
-    const std::vector<bool> found = foundRows(database, model);
+    const std::vector<bool> found = foundRows(database, model, table.rows.size());
     for (std::size_t row = 0; row < table.rows.size(); ++row) {
         const std::string label = rowLabel(model, table, row);
         for (const TableModel::Column& column : model.columns) {
