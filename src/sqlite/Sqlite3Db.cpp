@@ -7,10 +7,10 @@
 #include <cstring>
 #include <memory>
 
-#include "QueryBudget.h"
-#include "hardening.h"
-#include "hotJournal.h"
 #include "logLine.h"
+#include "pageCache.h"
+#include "safety/ReadGuard.h"
+#include "safety/hardening.h"
 #include "zav/Descriptions.h"
 #include "zav/FaultTypeDef.h"
 
@@ -23,16 +23,13 @@ constexpr std::int32_t STATE_OPEN = 1;
 /// of this size takes, short enough for an operator to see the failure.
 constexpr int BUSY_TIMEOUT_MS = 5000;
 
-/// A lookup without an index scans its table, and of a file larger than SQLite's own cache of 2 MB
-/// each scan reads every page again. This many KiB hold any file whose ids fit their 16 bits: 65535
-/// texts of 300 bytes each. A smaller file takes no more than its own size, since only pages that
-/// have been read are kept. No mapping into memory: an I/O error there is a signal, not a code.
-constexpr const char* ENLARGE_PAGE_CACHE = "PRAGMA cache_size=-20480";
+/// What SQLite takes for the name of a database in memory, which is empty and can be written.
+constexpr const char* MEMORY = ":memory:";
 
 /// @return why a path cannot name a database; empty if it can.
 std::string refusalOf(const std::string& path)
 {
-    if (path == ":memory:") {
+    if (path == MEMORY) {
         return "";
     }
     struct stat status = {};
@@ -50,13 +47,47 @@ std::string plainPath(const std::string& path)
     return path.compare(0, 5, "file:") == 0 ? "./" + path : path;
 }
 
+struct Closing {
+    void operator()(sqlite3* db) const { ReadGuard::close(db); }
+};
+using Connection = std::unique_ptr<sqlite3, Closing>;
+
+/// @return SQLite's result code.
+int openForWriting(const std::string& path, Connection& connection, std::string& errorText)
+{
+    sqlite3* db = nullptr;
+    const int code = sqlite3_open_v2(
+        path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    connection.reset(db);
+    if (code != SQLITE_OK) {
+        errorText = sqlite3_errmsg(db);
+    }
+    return code;
+}
+
+/// @return SQLite's result code.
+int openForReading(const std::string& path, Connection& connection, std::string& errorText)
+{
+    sqlite3* db = nullptr;
+    const int code = ReadGuard::open(path, &db, errorText);
+    connection.reset(db);
+    return code;
+}
+
+bool canOnlyRead(const Connection& connection)
+{
+    return sqlite3_db_readonly(connection.get(), "main") == 1;
+}
+
 }  // namespace
 
 Sqlite3Db::Sqlite3Db(std::uint32_t dbgLevel) : m_dbgLevel(dbgLevel) {}
 
 Sqlite3Db::~Sqlite3Db()
 {
-    sqlite3_close_v2(m_pDb);  // with a statement still alive, the last one closes the file
+    if (ReadGuard::close(m_pDb) != SQLITE_OK) {
+        sqlite3_close_v2(m_pDb);  // the last statement that is still alive closes the file
+    }
 }
 
 int Sqlite3Db::openDb(const std::string& path, bool readOnly)
@@ -68,33 +99,30 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (!refusal.empty()) {
         return fail(SQLITE_CANTOPEN, refusal);
     }
-    const int mode = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    sqlite3* opened = nullptr;
-    const int code =
-        sqlite3_open_v2(plainPath(path).c_str(), &opened, mode | SQLITE_OPEN_NOMUTEX, nullptr);
-    std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
+    const bool isFile = path != MEMORY;
+    const auto open = readOnly && isFile ? openForReading : openForWriting;
+    Connection db;
+    std::string errorText;
+    int code = open(plainPath(path), db, errorText);
+    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(db)) {
+        code = openForReading(plainPath(path), db, errorText);
+    }
     if (code != SQLITE_OK) {
-        return fail(code, sqlite3_errmsg(db.get()));
+        return fail(code, errorText);
     }
-    const bool canOnlyRead = sqlite3_db_readonly(db.get(), "main") == 1;
     harden(db.get());
-    if (canOnlyRead) {
-        restrictToReading(db.get());
+    if (ReadGuard* const guard = ReadGuard::of(db.get())) {
+        guard->start(db.get());
+    } else {
+        enlargePageCache(db.get());
     }
-    // Here and not only at the first query: rolling back takes as long as the update was large.
-    readHeader(db.get());
-    if (needsRollback(db.get())) {
-        rollBack(db.get(), BUSY_TIMEOUT_MS);
-    }
-    // It reads the schema: of a file that cannot be read now, SQLite keeps its own cache.
-    sqlite3_exec(db.get(), ENLARGE_PAGE_CACHE, nullptr, nullptr, nullptr);
     // Not earlier: a file that a writer has locked is left to the first query, which would not wait
     // if this first read had waited in vain.
     sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
-    m_readOnly = canOnlyRead;
+    m_readOnly = canOnlyRead(db);
     m_pDb = db.release();
     m_dbState = STATE_OPEN;
     return 0;
@@ -105,7 +133,7 @@ int Sqlite3Db::closeDb()
     if (m_pDb == nullptr) {
         return -1;
     }
-    const int code = sqlite3_close(m_pDb);
+    const int code = ReadGuard::close(m_pDb);
     if (code != SQLITE_OK) {
         return fail(code, sqlite3_errmsg(m_pDb));
     }
@@ -124,21 +152,10 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
     if (m_pDb == nullptr) {
         return SQLITE_MISUSE;
     }
-    const auto runQuery = [&] {
-        return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
-    };
-    if (!m_readOnly) {
-        return runQuery();
-    }
-    const QueryBudget budget(m_pDb);
-    const int code = runQuery();
-    if (!needsRollback(m_pDb)) {
-        return code;
-    }
-    // A writer has died since the file was opened.
-    sqlite3_free(*errorText);
-    rollBack(m_pDb, BUSY_TIMEOUT_MS);
-    return runQuery();
+    ReadGuard* const guard = ReadGuard::of(m_pDb);
+    return guard != nullptr
+               ? guard->getTable(sql, result, rowCount, columnCount, errorText, BUSY_TIMEOUT_MS)
+               : sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
 }
 
 int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+struct sqlite3;
+
+/// What a writer that dies in mid-transaction, in a power cut for instance, leaves behind: its
+/// journal beside a half-changed file. A read-only connection can then read nothing ("attempt to
+/// write a readonly database") until a connection that may write has rolled the file back.
+class HotJournal {
+public:
+    /// @return whether such a journal is why the last operation on a connection failed.
+    static bool blocks(sqlite3* db);
+
+    /// Lets SQLite roll back a connection's file through a connection of its own.
+    ///
+    /// Not tried, so that nothing changes: where the file, its journal or their folder cannot be
+    /// written; where the journal names a super-journal, which only the program that wrote it
+    /// knows how to judge; and for a journal that a first try has left as it was.
+    ///
+    /// @param busyTimeoutMs  how long to wait for other processes that read the file, or are at
+    ///                       rolling it back already.
+    /// @return whether another process has kept its lock for all that time.
+    bool rollBack(sqlite3* db, int busyTimeoutMs);
+
+private:
+    bool isWorthATry(const std::string& database, const std::string& journal,
+                     const struct stat& status) const;
+
+    struct stat m_stayed = {};  ///< the journal that a try has not removed
+};

@@ -1,0 +1,220 @@
+#include "ReadGuard.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "../pageCache.h"
+#include "QueryBudget.h"
+#include "databaseSize.h"
+#include "hardening.h"
+#include "stackLeft.h"
+
+namespace {
+
+/// How often another process may change the schema under a query.
+constexpr int MOST_RUNS = 5;
+
+/// The next statement reads it again. Nothing becomes writable.
+constexpr const char* FORGET_SCHEMA = "PRAGMA writable_schema=RESET";
+
+/// What every thread has left that can run a query at all.
+constexpr std::size_t STACK_FOR_ANY_QUERY = 4 * 1024;
+
+int fail(int code, const std::string& text, char** errorText)
+{
+    sqlite3_free(*errorText);
+    *errorText = sqlite3_mprintf("%s", text.c_str());
+    return code;
+}
+
+int schemaSize(sqlite3* db)
+{
+    int size = 0;
+    int unused = 0;
+    sqlite3_db_status(db, SQLITE_DBSTATUS_SCHEMA_USED, &size, &unused, 0);
+    return size;
+}
+
+}  // namespace
+
+int ReadGuard::open(const std::string& path, sqlite3** db, std::string& errorText)
+{
+    constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
+    std::unique_ptr<ReadGuard> guard(new ReadGuard);
+    int code = guard->CompanionVfs::open(path, FLAGS, db);
+    if (code == SQLITE_OK && guard->shmHasSecondLink()) {
+        sqlite3_close(*db);
+        code = guard->reopenWithoutWritingShm(FLAGS, db);
+    }
+    if (code == SQLITE_OK) {
+        guard.release();  // goes with the connection
+    } else {
+        errorText = sqlite3_errmsg(*db);
+        sqlite3_close(std::exchange(*db, nullptr));
+    }
+    return code;
+}
+
+int ReadGuard::close(sqlite3* db)
+{
+    std::unique_ptr<ReadGuard> guard(of(db));
+    const int code = sqlite3_close(db);
+    if (code != SQLITE_OK) {
+        guard.release();
+    }
+    return code;
+}
+
+void ReadGuard::start(sqlite3* db)
+{
+    m_db = db;
+    restrictToReading(db);
+    sqlite3_set_authorizer(db, authorize, this);
+    const QueryBudget budget(db);
+    char* errorText = nullptr;
+    if (readSchema(&errorText) != SQLITE_OK && HotJournal::blocks(db)) {
+        // Here and not only at the first query: it takes as long as the update was large. Nobody is
+        // waited for.
+        m_hotJournal.rollBack(db, 0);
+        readSchema(&errorText);
+    }
+    sqlite3_free(errorText);
+}
+
+int ReadGuard::getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
+                        char** errorText, int busyTimeoutMs)
+{
+    const Table table = {result, rowCount, columnCount, errorText};
+    QueryBudget budget(m_db);
+    const int code = run(sql, table, budget);
+    if (!HotJournal::blocks(m_db)) {
+        return code;
+    }
+    // A writer has died since the file was opened.
+    const bool isLocked = m_hotJournal.rollBack(m_db, busyTimeoutMs);
+    const int codeAfterwards = run(sql, table, budget);
+    return isLocked && HotJournal::blocks(m_db)
+               ? fail(SQLITE_BUSY, "database is locked", errorText)
+               : codeAfterwards;
+}
+
+/// Runs a text on no other schema than the one that it was checked against.
+int ReadGuard::run(const std::string& sql, const Table& table, QueryBudget& budget)
+{
+    for (int runs = 0; runs < MOST_RUNS; ++runs) {
+        m_hasLostSchema = false;
+        int code = m_schemaSize > 0 ? SQLITE_OK : readSchema(table.errorText);
+        if (code == SQLITE_OK) {
+            code = runChecked(sql, table, budget);
+        }
+        if (!m_hasLostSchema) {
+            return code;
+        }
+        m_schemaSize = 0;
+    }
+    return fail(SQLITE_SCHEMA, sqlite3_errstr(SQLITE_SCHEMA), table.errorText);
+}
+
+int ReadGuard::runChecked(const std::string& sql, const Table& table, QueryBudget& budget)
+{
+    CompileCost cost;
+    const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost);
+    if (tooMuch.kind != SqlToken::END) {
+        return fail(SQLITE_ERROR, std::string(tooMuch.text, tooMuch.length) + " is too complex",
+                    table.errorText);
+    }
+    if (cost.nodes == 0) {
+        limitQuery(m_db);
+        return runWithin(budget, sql, table, false);
+    }
+    const std::size_t stack = stackLeft();
+    if (cost.stackBytes + STACK_FOR_ANY_QUERY > stack) {
+        return fail(SQLITE_ERROR, "too little stack for the views of this query",
+                    table.errorText);
+    }
+    limitQueryWithFileCode(m_db, databaseSize(m_db), stack - cost.stackBytes);
+    budget.lookOften();
+    return runWithin(budget, sql, table, true);
+}
+
+int ReadGuard::runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
+                         bool withFileCode)
+{
+    const auto runNow = [&] {
+        sqlite3_free(std::exchange(*table.errorText, nullptr));
+        return sqlite3_get_table(m_db, sql.c_str(), table.result, table.rowCount,
+                                 table.columnCount, table.errorText);
+    };
+    const int code = runNow();
+    if (!budget.wasEndedForMemoryOfAll()) {
+        return code;
+    }
+    budget.countResult(withFileCode);
+    return runNow();
+}
+
+/// Reads the schema anew, as far as SQLite has one already, and the code in it.
+int ReadGuard::readSchema(char** errorText)
+{
+    m_readsSchema = true;
+    m_takesStatistics = false;
+    m_hasStatistics = false;
+    limitSchema(m_db);
+    int code = readStatements(errorText);
+    if (code == SQLITE_OK && m_hasStatistics && !m_fileCode.has("sqlite_stat1") &&
+        !m_fileCode.has("sqlite_stat4")) {
+        m_takesStatistics = true;
+        sqlite3_exec(m_db, FORGET_SCHEMA, nullptr, nullptr, nullptr);
+    }
+    if (code == SQLITE_OK) {
+        enlargePageCache(m_db);
+        m_schemaSize = schemaSize(m_db);
+    }
+    m_readsSchema = false;
+    return code;
+}
+
+int ReadGuard::readStatements(char** errorText)
+{
+    sqlite3_free(std::exchange(*errorText, nullptr));
+    char** result = nullptr;
+    int count = 0;
+    const int code = sqlite3_get_table(m_db, "SELECT sql FROM sqlite_master", &result, &count,
+                                       nullptr, errorText);
+    const std::unique_ptr<char*, decltype(&sqlite3_free_table)> table(result, sqlite3_free_table);
+    std::vector<std::string> statements;
+    for (int i = 1; code == SQLITE_OK && i <= count; ++i) {
+        if (result[i] != nullptr) {  // the index of a key has no statement
+            statements.emplace_back(result[i]);
+        }
+    }
+    m_fileCode.read(std::move(statements));
+    return code;
+}
+
+int ReadGuard::authorize(void* guard, int action, const char* table, const char* /*column*/,
+                         const char* /*schema*/, const char* /*view*/)
+{
+    return static_cast<ReadGuard*>(guard)->mayGoOn(action, table) ? SQLITE_OK : SQLITE_DENY;
+}
+
+bool ReadGuard::mayGoOn(int action, const char* table)
+{
+    switch (action) {
+    case SQLITE_READ:
+        if (m_readsSchema && !m_takesStatistics &&
+            sqlite3_strnicmp(table, "sqlite_stat", 11) == 0) {
+            m_hasStatistics = true;  // which may be generated columns, and are read unasked
+            return false;
+        }
+        return true;
+    case SQLITE_FUNCTION:
+    case SQLITE_RECURSIVE:
+        return true;
+    default:
+        // Asked before SQLite reads the schema of a statement: another process has changed it.
+        m_hasLostSchema = !m_readsSchema && schemaSize(m_db) < m_schemaSize;
+        return !m_hasLostSchema;
+    }
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string>
+
+#include "CompanionVfs.h"
+#include "FileCode.h"
+#include "HotJournal.h"
+
+class QueryBudget;
+
+/// Stands between a connection that only reads and a file that may have been made to do harm, or
+/// that a writer has left half changed. Made with its connection, it is deleted after it.
+class ReadGuard : public CompanionVfs {
+public:
+    /// Opens a database for reading, with a guard.
+    ///
+    /// @param[out] db         to be closed by close(); null on failure.
+    /// @param[out] errorText  on failure, SQLite's.
+    /// @return SQLite's result code.
+    static int open(const std::string& path, sqlite3** db, std::string& errorText);
+
+    /// Closes any connection, and deletes its guard where it has one.
+    ///
+    /// @return SQLite's result code; where it is not 0, both stay.
+    static int close(sqlite3* db);
+
+    /// @return the guard of a connection; null where it has none.
+    static ReadGuard* of(sqlite3* db) { return static_cast<ReadGuard*>(CompanionVfs::of(db)); }
+
+    /// Reads the schema, rolling back first what a dead writer has left. A failure is left to the
+    /// first query.
+    void start(sqlite3* db);
+
+    /// sqlite3_get_table(), within bounds.
+    ///
+    /// @param busyTimeoutMs  how long to wait for others before a rollback.
+    int getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
+                 char** errorText, int busyTimeoutMs);
+
+private:
+    ReadGuard() : CompanionVfs(Use::READING) {}
+
+    /// Where SQLite's result goes.
+    struct Table {
+        char*** result;
+        int* rowCount;
+        int* columnCount;
+        char** errorText;
+    };
+
+    static int authorize(void* guard, int action, const char* table, const char* column,
+                         const char* schema, const char* view);
+    bool mayGoOn(int action, const char* table);
+
+    int run(const std::string& sql, const Table& table, QueryBudget& budget);
+    int runChecked(const std::string& sql, const Table& table, QueryBudget& budget);
+    int runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
+                  bool withFileCode);
+    int readSchema(char** errorText);
+    int readStatements(char** errorText);
+
+    sqlite3* m_db = nullptr;
+    HotJournal m_hotJournal;
+    FileCode m_fileCode;
+    int m_schemaSize = 0;  ///< bytes in memory of the schema that m_fileCode is of; 0: not read
+    bool m_readsSchema = false;
+    bool m_takesStatistics = false;
+    bool m_hasStatistics = false;
+    bool m_hasLostSchema = false;
+};

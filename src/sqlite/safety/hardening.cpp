@@ -1,0 +1,110 @@
+#include "hardening.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace {
+
+/// The longest text, or whole row, that is read: room for eight texts of 1 MB in one row, small
+/// enough that a damaged length cannot take the memory of a small device.
+constexpr int MAX_LENGTH = 16 * 1024 * 1024;
+
+/// What the file's code may make of a smaller file's texts. One function call on two texts of this
+/// length takes a tenth of a second.
+constexpr int MIN_LENGTH = 16 * 1024;
+
+/// Instructions of SQLite's machine; as it allocates, no more than 172,032 can be had of these. A
+/// list of 50,000 codes fits.
+constexpr int MAX_PROGRAM = 250000;
+constexpr int MAX_PROGRAM_WITH_FILE_CODE = 25000;
+
+constexpr int MAX_EXPRESSION_DEPTH = 200;
+constexpr int MAX_COMPOUND_TERMS = 200;
+constexpr int MAX_PATTERN = 2000;
+
+/// A row is made whole before the budget is looked at: so many of the longest texts are in it.
+constexpr int MAX_COLUMNS_WITH_FILE_CODE = 100;
+
+/// Per wildcard of a pattern, which takes two bytes of it with the letter behind it.
+constexpr std::size_t STACK_OF_WILDCARD = 160;
+
+/// As far as SQLite goes by itself.
+constexpr int WIDEST = 0x7fffffff;
+
+enum Switch : int { OFF = 0, ON = 1 };
+
+void configure(sqlite3* db, int option, Switch value)
+{
+    sqlite3_db_config(db, option, static_cast<int>(value),
+                      nullptr);  // refused by a SQLite that lacks the option
+}
+
+void execute(sqlite3* db, const char* sql)
+{
+    sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+void harden(sqlite3* db)
+{
+    // No code from a file named in an SQL text.
+    configure(db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, OFF);
+    // A tokenizer is given as the address of its code: an SQL text must not choose one.
+    configure(db, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER, OFF);
+#ifdef SQLITE_DBCONFIG_DEFENSIVE  // 3.26
+    // No SQL text may damage the file on purpose, by its schema table or behind a virtual table.
+    configure(db, SQLITE_DBCONFIG_DEFENSIVE, ON);
+#endif
+#ifdef SQLITE_DBCONFIG_TRUSTED_SCHEMA  // 3.31
+    // The file's views call only functions without side effects.
+    configure(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, OFF);
+#endif
+    // A damaged page is found before its cells are read, not while they are.
+    execute(db, "PRAGMA cell_size_check=ON");
+}
+
+void restrictToReading(sqlite3* db)
+{
+    // A trigger is the file's own program, and reading never needs one.
+    configure(db, SQLITE_DBCONFIG_ENABLE_TRIGGER, OFF);
+    // Neither ATTACH nor VACUUM INTO can open or make a further file.
+    sqlite3_limit(db, SQLITE_LIMIT_ATTACHED, 0);
+    // The file is read-only by its opening; this takes in temporary tables.
+    execute(db, "PRAGMA query_only=ON");
+    // A view that sorts its rows must not put them into a temporary file.
+    execute(db, "PRAGMA temp_store=MEMORY");
+}
+
+void limitSchema(sqlite3* db)
+{
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
+    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
+    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
+    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, WIDEST);
+    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, WIDEST);
+}
+
+void limitQuery(sqlite3* db)
+{
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
+    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
+    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM);
+    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, MAX_EXPRESSION_DEPTH);
+    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, MAX_COMPOUND_TERMS);
+    sqlite3_limit(db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH, MAX_PATTERN);
+}
+
+void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLeft)
+{
+    // UTF-16 in the file takes up to half as much again in UTF-8.
+    const long long longest = std::max<long long>(fileSize + fileSize / 2, MIN_LENGTH);
+    const std::size_t pattern = stackLeft / 2 / STACK_OF_WILDCARD * 2;
+    limitQuery(db);
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, static_cast<int>(std::min<long long>(longest, MAX_LENGTH)));
+    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, MAX_COLUMNS_WITH_FILE_CODE);
+    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
+    sqlite3_limit(db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH,
+                  static_cast<int>(std::min<std::size_t>(pattern, MAX_PATTERN)));
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <cstddef>
+
+/// @return bytes of stack that the calling thread has left; where that is not known (on a stack of
+///         the application's own, for instance), as many as the smallest usual one has.
+std::size_t stackLeft();
