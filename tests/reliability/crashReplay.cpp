@@ -1,5 +1,5 @@
-// Power cuts in short: crashReplay STATES [EVERY [SEED]] records writers that change a database, cuts
-// the power after each of their operations (or after every so many) and STATES times at random, and
+// Power cuts: crashReplay STATES [EVERY [SEED]] records writers that change a database, cuts the
+// power within each of their operations (or within every so many) and STATES times at random, and
 // reads what is left. Ends with 1 if a state was refused, or read as neither the one before nor the
 // one after, or otherwise than by SQLite alone; the first such state is left in the folder
 // crashReplay.finding.
@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr std::size_t STATES_OF_A_PLANTED_FAULT = 100;
+constexpr std::size_t STATES_OF_A_PLANTED_FAULT = 40;
 constexpr const char* FINDING_FOLDER = "crashReplay.finding";
 
 void report(const std::string& name, const Replay& replay)
@@ -91,11 +91,10 @@ int main(int argc, char** argv)
     sqlite3_test_control(SQLITE_TESTCTRL_PRNG_SEED, static_cast<int>(seed | 1U), nullptr);
     Random random(seed);
     const bool isGood = replayWriters(states, every, random);
-    const bool findsFaults =
-        findsPlanted("a writer that never waits for the disk", allWriters("OFF"),
-                     readThroughService, random) &&
-        findsPlanted("a reader that passes the journal over", allWriters("FULL"), readPastJournal,
-                     random);
+    const bool findsFaults = findsPlanted("a writer that never waits for the disk",
+                                          allWriters("OFF"), readThroughService, random) &&
+                             findsPlanted("a reader that passes the journal over",
+                                          allWriters("FULL"), readPastJournal, random);
     if (!findsFaults) {
         std::cout << "a planted fault was not found\n";
     }

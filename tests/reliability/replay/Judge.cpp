@@ -19,8 +19,7 @@ Judge::Verdict Judge::examine(const Image& image, const std::set<std::string>& l
         verdict.recovery.operations = vfs.operations();
     }
     verdict.recovery.start = image;
-    verdict.recovery.transactions = {
-        {0, verdict.recovery.operations.size(), read.text, read.text}};
+    verdict.recovery.transactions = {{0, verdict.recovery.operations.size(), read.text, read.text}};
     verdict.fault = faultOf(read, plain, legal);
     if (verdict.fault.empty() && !isSound(folder + "/" + DATABASE_NAME)) {
         verdict.fault = "the file is damaged afterwards";

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
+#include <string>
 
 /// Numbers that are the same for the same seed.
 class Random {
@@ -14,6 +15,18 @@ public:
 
     /// @return true in so many of a hundred cases.
     bool isWithin(std::size_t percent) { return upTo(99) < percent; }
+
+    /// @return bytes that mean nothing.
+    std::string garbage(std::size_t size)
+    {
+        std::string bytes;
+        while (bytes.size() < size) {
+            const auto number = static_cast<std::uint32_t>(m_engine());
+            bytes.append(reinterpret_cast<const char*>(&number), sizeof(number));
+        }
+        bytes.resize(size);
+        return bytes;
+    }
 
 private:
     std::mt19937 m_engine;

@@ -31,9 +31,9 @@ int writeFile(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 off
     const OpenedFile& opened = g_openedFiles.at(file);
     const int code = opened.system->xWrite(file, bytes, size, offset);
     if (code == SQLITE_OK) {
-        g_operations->push_back({Kind::WRITE, opened.name, static_cast<std::size_t>(offset),
-                                 std::string(static_cast<const char*>(bytes),
-                                             static_cast<std::size_t>(size))});
+        g_operations->push_back(
+            {Kind::WRITE, opened.name, static_cast<std::size_t>(offset),
+             std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size))});
     }
     return code;
 }

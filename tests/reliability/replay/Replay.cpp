@@ -1,6 +1,5 @@
 #include "Replay.h"
 
-#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -99,16 +98,13 @@ Image Replay::remains(const Disk& disk)
     Image image = disk.afterPowerCut(m_random);
     if (image.count(database + "-wal") != 0 && m_random.isWithin(50)) {
         // Nobody syncs the log's index: anything may be left of it.
-        std::string& index = image[database + "-shm"];
-        index.resize(INDEX_SIZE);
-        std::generate(index.begin(), index.end(),
-                      [this] { return static_cast<char>(m_random.upTo(255)); });
+        image[database + "-shm"] = m_random.garbage(INDEX_SIZE);
     }
     return image;
 }
 
-void Replay::judge(const Image& image, const std::set<std::string>& legal,
-                   const std::string& where, std::size_t depth)
+void Replay::judge(const Image& image, const std::set<std::string>& legal, const std::string& where,
+                   std::size_t depth)
 {
     const Judge::Verdict verdict = m_judge.examine(image, legal);
     const Recording& recovery = verdict.recovery;

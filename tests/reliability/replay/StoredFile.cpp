@@ -69,14 +69,10 @@ private:
     std::map<std::size_t, std::size_t> m_drawn;
 };
 
+/// @return what a file that has grown may hold where nothing has been written.
 std::string filling(std::size_t size, Random& random)
 {
-    std::string bytes(size, '\0');
-    if (random.isWithin(50)) {
-        std::generate(bytes.begin(), bytes.end(),
-                      [&random] { return static_cast<char>(random.upTo(255)); });
-    }
-    return bytes;
+    return random.isWithin(50) ? random.garbage(size) : std::string(size, '\0');
 }
 
 }  // namespace

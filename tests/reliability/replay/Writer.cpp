@@ -4,6 +4,7 @@
 
 #include "Reading.h"
 #include "RecordingVfs.h"
+#include "databaseName.h"
 #include "support/TempDir.h"
 #include "support/database.h"
 
@@ -108,7 +109,7 @@ private:
 
     const Writer& m_setUp;
     TempDir m_dir;
-    const std::string m_file = m_dir.file("faults.db");
+    const std::string m_file = m_dir.file(DATABASE_NAME);
     std::string m_text;
     Recording m_recording;
     const std::vector<Operation>* m_operations = nullptr;
@@ -118,8 +119,8 @@ private:
 
 std::string Writer::name() const
 {
-    return journalMode + ", synchronous=" + synchronous + ", pages of " +
-           std::to_string(pageSize) + " bytes, auto_vacuum=" + autoVacuum;
+    return journalMode + ", synchronous=" + synchronous + ", pages of " + std::to_string(pageSize) +
+           " bytes, auto_vacuum=" + autoVacuum;
 }
 
 Recording Writer::record() const

@@ -14,9 +14,9 @@ struct Writer {
 
     std::string name() const;
 
-    /// Makes a database of fault definitions and changes all its rows, in transactions so large that
-    /// their pages go to the disk before the commit, and small ones; one is given up. The file grows
-    /// and shrinks.
+    /// Makes a database of fault definitions and changes all its rows, in transactions so large
+    /// that their pages go to the disk before the commit, and small ones; one is given up. The file
+    /// grows and shrinks.
     Recording record() const;
 };
 
