@@ -25,12 +25,11 @@ namespace {
 constexpr std::size_t STATES_OF_A_PLANTED_FAULT = 40;
 constexpr const char* FINDING_FOLDER = "crashReplay.finding";
 
-void report(const std::string& name, const Replay& replay)
+void report(const std::string& name, const Replay::Counts& counts, std::size_t findings)
 {
-    const Replay::Counts& counts = replay.counts();
     std::cout << name << ": " << counts.inOrder << " states in order, " << counts.atRandom
-              << " at random, " << counts.inRecovery << " within a recovery, "
-              << replay.findings().size() << " findings" << std::endl;
+              << " at random, " << counts.inRecovery << " within a recovery, " << findings
+              << " findings" << std::endl;
 }
 
 /// @return whether none of the writers' states was misread.
@@ -43,7 +42,7 @@ bool replayWriters(std::size_t states, std::size_t every, Random& random)
         Replay replay(readThroughService, random);
         replay.cutInOrder(recording, every);
         replay.cutAtRandom(recording, states / writers.size());
-        report(writer.name(), replay);
+        report(writer.name(), replay.counts(), replay.findings().size());
         for (const Replay::Finding& finding : replay.findings()) {
             std::cout << "  " << finding.what << "\n";
             if (isGood) {
@@ -59,14 +58,15 @@ bool replayWriters(std::size_t states, std::size_t every, Random& random)
 bool findsPlanted(const std::string& fault, const std::vector<Writer>& writers,
                   const Judge::Reader& reader, Random& random)
 {
-    bool isFound = true;
+    std::size_t found = 0;
     for (const Writer& writer : writers) {
         Replay replay(reader, random);
         replay.cutAtRandom(writer.record(), STATES_OF_A_PLANTED_FAULT);
-        report("planted: " + fault + ": " + writer.name(), replay);
-        isFound = isFound && !replay.findings().empty();
+        found += replay.findings().empty() ? 0 : 1;
     }
-    return isFound;
+    std::cout << "planted: " << fault << ", found with " << found << " of " << writers.size()
+              << " writers" << std::endl;
+    return found == writers.size();
 }
 
 }  // namespace
@@ -95,8 +95,5 @@ int main(int argc, char** argv)
                                           allWriters("OFF"), readThroughService, random) &&
                              findsPlanted("a reader that passes the journal over",
                                           allWriters("FULL"), readPastJournal, random);
-    if (!findsFaults) {
-        std::cout << "a planted fault was not found\n";
-    }
     return isGood && findsFaults ? 0 : 1;
 }

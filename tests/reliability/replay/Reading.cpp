@@ -56,6 +56,7 @@ bool readAll(DescriptionDb& service, std::ostream& stream)
     return true;
 }
 
+/// A NULL, which the service would read as "n/a" or 0, is only in a file that is damaged already.
 int appendRow(void* text, int columns, char** cells, char** /*names*/)
 {
     for (int i = 0; i < columns; ++i) {

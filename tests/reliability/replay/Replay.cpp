@@ -1,5 +1,6 @@
 #include "Replay.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -75,7 +76,7 @@ void Replay::cut(const Recording& recording, std::size_t states, std::size_t dep
 {
     std::map<std::size_t, std::size_t> cuts;
     for (std::size_t i = 0; i < states; ++i) {
-        ++cuts[m_random.upTo(recording.operations.size())];
+        ++cuts[drawCut(recording)];
     }
     Disk disk(recording.start);
     std::size_t applied = 0;
@@ -89,6 +90,18 @@ void Replay::cut(const Recording& recording, std::size_t states, std::size_t dep
                   placeOf("at random,", count, recording), depth);
         }
     }
+}
+
+std::size_t Replay::drawCut(const Recording& recording)
+{
+    constexpr std::size_t NEAR = 4;
+    const std::size_t last = recording.operations.size();
+    if (m_random.isWithin(50)) {
+        return m_random.upTo(last);
+    }
+    const auto& transactions = recording.transactions;
+    const std::size_t end = transactions[m_random.upTo(transactions.size() - 1)].end;
+    return std::min(last, end - std::min(end, NEAR) + m_random.upTo(2 * NEAR));
 }
 
 Image Replay::remains(const Disk& disk)

@@ -35,7 +35,8 @@ public:
     /// @param every  1 for all these states, 2 for every second, ...
     void cutInOrder(const Recording& recording, std::size_t every);
 
-    /// Cuts at random; of what was not synced, sectors have arrived or not, at random.
+    /// Cuts at random, half of the times about the end of a transaction; of what was not synced,
+    /// sectors have arrived or not, at random.
     void cutAtRandom(const Recording& recording, std::size_t states) { cut(recording, states, 0); }
 
     const Counts& counts() const { return m_counts; }
@@ -44,6 +45,7 @@ public:
 private:
     void cutEach(const Recording& recording, std::size_t every, std::size_t depth);
     void cut(const Recording& recording, std::size_t states, std::size_t depth);
+    std::size_t drawCut(const Recording& recording);
     Image remains(const Disk& disk);
     void judge(const Image& image, const std::set<std::string>& legal, const std::string& where,
                std::size_t depth);
