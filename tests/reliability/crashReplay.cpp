@@ -8,6 +8,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <random>
@@ -23,6 +24,7 @@
 namespace {
 
 constexpr std::size_t STATES_OF_A_PLANTED_FAULT = 40;
+constexpr std::size_t FINDINGS_SHOWN = 5;
 constexpr const char* FINDING_FOLDER = "crashReplay.finding";
 
 void report(const std::string& name, const Replay::Counts& counts, std::size_t findings)
@@ -43,12 +45,13 @@ bool replayWriters(std::size_t states, std::size_t every, Random& random)
         replay.cutInOrder(recording, every);
         replay.cutAtRandom(recording, states / writers.size());
         report(writer.name(), replay.counts(), replay.findings().size());
-        for (const Replay::Finding& finding : replay.findings()) {
-            std::cout << "  " << finding.what << "\n";
-            if (isGood) {
-                lay(finding.image, FINDING_FOLDER);
-            }
+        const std::vector<Replay::Finding>& findings = replay.findings();
+        for (std::size_t i = 0; i < std::min(findings.size(), FINDINGS_SHOWN); ++i) {
+            std::cout << "  " << findings[i].what << "\n";
+        }
+        if (isGood && !findings.empty()) {
             isGood = false;
+            lay(findings.front().image, FINDING_FOLDER);
         }
     }
     return isGood;
@@ -62,7 +65,9 @@ bool findsPlanted(const std::string& fault, const std::vector<Writer>& writers,
     for (const Writer& writer : writers) {
         Replay replay(reader, random);
         replay.cutAtRandom(writer.record(), STATES_OF_A_PLANTED_FAULT);
-        found += replay.findings().empty() ? 0 : 1;
+        if (!replay.findings().empty()) {
+            ++found;
+        }
     }
     std::cout << "planted: " << fault << ", found with " << found << " of " << writers.size()
               << " writers" << std::endl;
