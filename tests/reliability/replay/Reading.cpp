@@ -88,7 +88,8 @@ Reading readThroughService(const std::string& file)
     service.setDbgLevel(0);
     const bool hasSucceeded = service.openDb(file, true) == 0 && readAll(service, text);
     service.closeDb();
-    return {hasSucceeded, hasSucceeded ? text.str() : output.text()};
+    const std::string lines = output.text();
+    return {hasSucceeded, hasSucceeded ? text.str() : lines.substr(0, lines.find('\n'))};
 }
 
 Reading readThroughSqlite(const std::string& file)

@@ -75,6 +75,21 @@ std::string filling(std::size_t size, Random& random)
     return random.isWithin(50) ? random.garbage(size) : std::string(size, '\0');
 }
 
+/// Writes those sectors of a change that have arrived.
+template <class HasArrived>
+void writeSectors(std::string& bytes, const Operation& change, const HasArrived& hasArrived)
+{
+    const std::size_t end = change.offset + change.bytes.size();
+    for (std::size_t from = change.offset; from < end;) {
+        const std::size_t sector = from / StoredFile::SECTOR_SIZE;
+        const std::size_t to = std::min(end, (sector + 1) * StoredFile::SECTOR_SIZE);
+        if (hasArrived(sector)) {
+            bytes.replace(from, to - from, change.bytes, from - change.offset, to - from);
+        }
+        from = to;
+    }
+}
+
 }  // namespace
 
 void StoredFile::sync()
@@ -99,21 +114,16 @@ std::string StoredFile::afterPowerCut(Random& random) const
     const std::string emptySectors = filling(room, random);
     std::string bytes = m_synced + emptySectors.substr(m_synced.size());
     ArrivedChanges arrived(m_unsynced.size(), random);
+    const std::size_t changesOfSize = arrived.draw();
     for (std::size_t i = 0; i < m_unsynced.size(); ++i) {
         const Operation& change = m_unsynced[i];
-        const bool isWrite = change.kind == Kind::WRITE;
-        const std::string& source = isWrite ? change.bytes : emptySectors;
-        const std::size_t sourceStart = isWrite ? change.offset : 0;
-        const std::size_t end = isWrite ? change.offset + change.bytes.size() : room;
-        for (std::size_t from = change.offset; from < end;) {
-            const std::size_t sector = from / SECTOR_SIZE;
-            const std::size_t to = std::min(end, (sector + 1) * SECTOR_SIZE);
-            if (arrived.of(sector) > i) {
-                bytes.replace(from, to - from, source, from - sourceStart, to - from);
-            }
-            from = to;
+        if (change.kind == Kind::WRITE) {
+            writeSectors(bytes, change, [&](std::size_t sector) { return arrived.of(sector) > i; });
+        } else if (changesOfSize > i) {
+            // A file loses its end at once, as it gets its new size.
+            bytes.replace(change.offset, room, emptySectors, change.offset, room);
         }
     }
-    bytes.resize(sizeAfter(m_unsynced, arrived.draw(), m_synced.size()));
+    bytes.resize(sizeAfter(m_unsynced, changesOfSize, m_synced.size()));
     return bytes;
 }

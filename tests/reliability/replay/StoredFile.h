@@ -24,8 +24,9 @@ public:
     std::string bytes() const;
 
     /// @return the bytes after a power cut: each sector as it was at some moment since the sync,
-    ///         the size as it was at another one, and where no sector has arrived, zeros or
-    ///         garbage.
+    /// the
+    ///         size, and with it what a TRUNCATE leaves, as at another moment; where no sector has
+    ///         arrived, zeros or garbage.
     std::string afterPowerCut(Random& random) const;
 
 private:

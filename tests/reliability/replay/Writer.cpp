@@ -1,5 +1,6 @@
 #include "Writer.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "Reading.h"
@@ -71,40 +72,43 @@ private:
 
     void run(OpenFile& writer, const std::string& update, const std::string& end)
     {
-        const std::size_t begin = m_operations->size();
-        writer.run("BEGIN IMMEDIATE;" + update);
-        finish(writer, begin, end);
+        finish(writer, begin(writer, update), end);
     }
 
     void runLarge(OpenFile& writer, const std::string& update, const std::string& end)
     {
-        const std::size_t begin = m_operations->size();
-        writer.run("BEGIN IMMEDIATE;" + update);
-        if (!hasSpilled(begin)) {
+        const std::size_t begun = begin(writer, update);
+        if (!hasSpilled(begun)) {
             throw std::logic_error("the transaction fits the writer's page cache");
         }
-        finish(writer, begin, end);
+        finish(writer, begun, end);
     }
 
-    void finish(OpenFile& writer, std::size_t begin, const std::string& end)
+    std::size_t begin(OpenFile& writer, const std::string& update) const
+    {
+        const std::size_t before = m_operations->size();
+        writer.run("BEGIN IMMEDIATE;" + update);
+        return before;
+    }
+
+    void finish(OpenFile& writer, std::size_t begun, const std::string& end)
     {
         writer.run(end);
         const std::size_t over = m_operations->size();
         const std::string text = readThroughSqlite(m_file).text;
-        m_recording.transactions.push_back({begin, over, m_text, text});
+        m_recording.transactions.push_back({begun, over, m_text, text});
         m_text = text;
     }
 
-    bool hasSpilled(std::size_t begin) const
+    /// @return whether pages have gone to the database or its log since then.
+    bool hasSpilled(std::size_t begun) const
     {
-        for (std::size_t i = begin; i < m_operations->size(); ++i) {
-            const Operation& operation = (*m_operations)[i];
-            if (operation.kind == Operation::Kind::WRITE &&
-                operation.file.find("-journal") == std::string::npos) {
-                return true;
-            }
-        }
-        return false;
+        const auto isPage = [](const Operation& operation) {
+            return operation.kind == Operation::Kind::WRITE &&
+                   operation.file.find("-journal") == std::string::npos;
+        };
+        return std::any_of(m_operations->begin() + static_cast<std::ptrdiff_t>(begun),
+                           m_operations->end(), isPage);
     }
 
     const Writer& m_setUp;
