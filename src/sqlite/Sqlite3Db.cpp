@@ -56,8 +56,8 @@ using Connection = std::unique_ptr<sqlite3, Closing>;
 int openForWriting(const std::string& path, Connection& connection, std::string& errorText)
 {
     sqlite3* db = nullptr;
-    const int code = sqlite3_open_v2(
-        path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code =
+        sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     connection.reset(db);
     if (code != SQLITE_OK) {
         errorText = sqlite3_errmsg(db);

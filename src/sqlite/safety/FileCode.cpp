@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -95,6 +96,7 @@ struct Window {
     }
 
     bool isQualifier() const { return next.isSymbol('.'); }
+    bool isAlias() const { return last.isWord("as"); }
     bool isFunction() const { return now.isAnyName() && next.isSymbol('('); }
 
     SqlToken last;
@@ -152,33 +154,43 @@ void CompileCost::add(const CompileCost& part)
 class FileCode::Reckoning {
 public:
     /// @param above  the reckoning that has come upon this piece; null for the first.
+    static CompileCost costOf(const FileCode& code, const Piece& piece, const Reckoning* above)
+    {
+        // Not on the stack, of which there may be little.
+        return std::unique_ptr<Reckoning>(new Reckoning(code, piece, above))->cost();
+    }
+
+private:
     Reckoning(const FileCode& code, const Piece& piece, const Reckoning* above)
-        : m_code(code), m_piece(piece), m_above(above), m_level(above ? above->m_level + 1 : 1)
+        : m_code(code),
+          m_piece(piece),
+          m_above(above),
+          m_level(above == nullptr ? 1 : above->m_level + 1),
+          m_window(piece.begin, piece.end)
     {
     }
 
     CompileCost cost();
 
-private:
     /// What stands in parentheses; the outermost is the piece itself.
     struct Scope {
         bool isQuery = false;
         bool isDefinition = false;
-        std::size_t names = 0;         ///< where its own begin
-        std::size_t termNames = 0;     ///< where those of the term begin
-        CompileCost cost;              ///< of the term, and of what stands in it
-        std::uint64_t stars = 0;       ///< of the term: each is one more mention of every column
-        std::uint64_t nodesBefore = 0; ///< of the query's terms before
+        std::size_t names = 0;          ///< where its own begin
+        std::size_t termNames = 0;      ///< where those of the term begin
+        CompileCost cost;               ///< of the term, and of what stands in it
+        std::uint64_t stars = 0;        ///< of the term: each is one more mention of every column
+        std::uint64_t nodesBefore = 0;  ///< of the query's terms before
         std::uint64_t terms = 1;
-        std::uint64_t depth = 0;       ///< of the expression so far
+        std::uint64_t depth = 0;  ///< of the expression so far
         std::uint64_t deepest = 0;
     };
 
     bool isKnownAbove(const Piece& piece) const;
-    void open(const Window& window);
+    void open();
     void close();
-    void take(const Window& window);
-    void takeName(const Window& window);
+    void take();
+    void takeName();
     void addPiecesNamed(const SqlToken& name);
     void endExpression();
     void endTerm();
@@ -187,6 +199,7 @@ private:
     const Piece& m_piece;
     const Reckoning* m_above;
     int m_level;
+    Window m_window;
     std::vector<Scope> m_scopes;
     std::vector<SqlToken> m_names;  ///< of columns, in all scopes that are open
 };
@@ -198,12 +211,11 @@ CompileCost FileCode::Reckoning::cost()
     }
     m_scopes.resize(2);  // what the piece costs, and the piece
     m_scopes.back().isQuery = m_piece.isQuery;
-    Window window(m_piece.begin, m_piece.end);
-    while (m_scopes.back().cost.nodes <= MOST_NODES && window.advance()) {
-        if (window.opens()) {
-            open(window);
-        } else if (!window.closes()) {
-            take(window);
+    while (m_scopes.back().cost.nodes <= MOST_NODES && m_window.advance()) {
+        if (m_window.opens()) {
+            open();
+        } else if (!m_window.closes()) {
+            take();
         } else if (m_scopes.size() > 2) {
             close();
         }
@@ -214,11 +226,11 @@ CompileCost FileCode::Reckoning::cost()
     return m_scopes.front().cost;
 }
 
-void FileCode::Reckoning::open(const Window& window)
+void FileCode::Reckoning::open()
 {
     Scope scope;
-    scope.isQuery = beginsQuery(window.next);
-    scope.isDefinition = window.opensDefinition();
+    scope.isQuery = beginsQuery(m_window.next);
+    scope.isDefinition = m_window.opensDefinition();
     scope.names = m_names.size();
     scope.termNames = m_names.size();
     m_scopes.push_back(scope);
@@ -243,10 +255,10 @@ void FileCode::Reckoning::close()
     }
 }
 
-void FileCode::Reckoning::take(const Window& window)
+void FileCode::Reckoning::take()
 {
     Scope& scope = m_scopes.back();
-    const SqlToken& token = window.now;
+    const SqlToken& token = m_window.now;
     if (::endsTerm(token)) {
         endExpression();
         endTerm();
@@ -259,21 +271,22 @@ void FileCode::Reckoning::take(const Window& window)
         scope.stars += token.isSymbol('*') ? 1U : 0U;
     } else {
         ++scope.cost.nodes;
-        takeName(window);
+        takeName();
     }
 }
 
-void FileCode::Reckoning::takeName(const Window& window)
+void FileCode::Reckoning::takeName()
 {
-    const SqlToken& token = window.now;
+    const SqlToken& token = m_window.now;
     CompileCost& cost = m_scopes.back().cost;
     cost.comparesPatterns = cost.comparesPatterns || isAnyOf(token, {"like", "glob"});
-    if (window.isFunction()) {
-        const bool isJson = token.length > 4 && SqlToken{SqlToken::NAME, token.text, 4}.isWord("json");
+    if (m_window.isFunction()) {
+        const bool isJson =
+            token.length > 4 && SqlToken{SqlToken::NAME, token.text, 4}.isWord("json");
         cost.stackBytes = std::max(cost.stackBytes, isJson ? STACK_OF_JSON : 0);
         return;
     }
-    if (window.isQualifier()) {
+    if (m_window.isQualifier() || m_window.isAlias()) {
         return;
     }
     if (token.kind != SqlToken::STRING) {
@@ -289,7 +302,7 @@ void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
         if ((piece->isLocal && piece->statement != m_piece.statement) || isKnownAbove(*piece)) {
             continue;
         }
-        m_scopes.back().cost.add(Reckoning(m_code, *piece, this).cost());
+        m_scopes.back().cost.add(costOf(m_code, *piece, this));
     }
 }
 
@@ -336,9 +349,8 @@ void FileCode::read(std::vector<std::string> statements)
         addObject(statement);
         addDefinitions(statement);
     }
-    std::sort(m_pieces.begin(), m_pieces.end(), [](const Piece& one, const Piece& other) {
-        return isBefore(one.name, other.name);
-    });
+    std::sort(m_pieces.begin(), m_pieces.end(),
+              [](const Piece& one, const Piece& other) { return isBefore(one.name, other.name); });
 }
 
 void FileCode::addObject(const std::string& statement)
@@ -382,7 +394,8 @@ void FileCode::addDefinitions(const std::string& statement)
     }
 }
 
-std::pair<std::vector<FileCode::Piece>::const_iterator, std::vector<FileCode::Piece>::const_iterator>
+std::pair<std::vector<FileCode::Piece>::const_iterator,
+          std::vector<FileCode::Piece>::const_iterator>
 FileCode::piecesNamed(const SqlToken& name) const
 {
     struct ByName {
@@ -410,11 +423,11 @@ SqlToken FileCode::tooMuchIn(const std::string& query, CompileCost& cost) const
     while (!m_pieces.empty() && window.advance()) {
         // To list all tables, SQLite looks into each.
         const bool isAnyPiece = isAnyOf(window.now, {"table_list", "pragma_table_list"});
-        const auto [begin, end] = isAnyPiece ? std::pair(m_pieces.begin(), m_pieces.end())
-                                             : piecesNamed(window.now);
+        const auto [begin, end] =
+            isAnyPiece ? std::pair(m_pieces.begin(), m_pieces.end()) : piecesNamed(window.now);
         for (auto piece = begin; piece != end && cost.nodes <= MOST_NODES; ++piece) {
             if (!piece->isLocal) {
-                cost.add(Reckoning(*this, *piece, nullptr).cost());
+                cost.add(Reckoning::costOf(*this, *piece, nullptr));
             }
         }
         if (cost.nodes > MOST_NODES) {

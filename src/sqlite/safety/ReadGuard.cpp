@@ -15,11 +15,10 @@ namespace {
 /// How often another process may change the schema under a query.
 constexpr int MOST_RUNS = 5;
 
-/// The next statement reads it again. Nothing becomes writable.
-constexpr const char* FORGET_SCHEMA = "PRAGMA writable_schema=RESET";
+constexpr const char* TOO_COMPLEX = " is too complex";
 
-/// What every thread has left that can run a query at all.
-constexpr std::size_t STACK_FOR_ANY_QUERY = 4 * 1024;
+/// To compile a query without code of the file.
+constexpr std::size_t STACK_FOR_ANY_QUERY = 2560;
 
 int fail(int code, const std::string& text, char** errorText)
 {
@@ -94,9 +93,8 @@ int ReadGuard::getTable(const std::string& sql, char*** result, int* rowCount, i
     // A writer has died since the file was opened.
     const bool isLocked = m_hotJournal.rollBack(m_db, busyTimeoutMs);
     const int codeAfterwards = run(sql, table, budget);
-    return isLocked && HotJournal::blocks(m_db)
-               ? fail(SQLITE_BUSY, "database is locked", errorText)
-               : codeAfterwards;
+    return isLocked && HotJournal::blocks(m_db) ? fail(SQLITE_BUSY, "database is locked", errorText)
+                                                : codeAfterwards;
 }
 
 /// Runs a text on no other schema than the one that it was checked against.
@@ -121,7 +119,7 @@ int ReadGuard::runChecked(const std::string& sql, const Table& table, QueryBudge
     CompileCost cost;
     const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost);
     if (tooMuch.kind != SqlToken::END) {
-        return fail(SQLITE_ERROR, std::string(tooMuch.text, tooMuch.length) + " is too complex",
+        return fail(SQLITE_ERROR, std::string(tooMuch.text, tooMuch.length) + TOO_COMPLEX,
                     table.errorText);
     }
     if (cost.nodes == 0) {
@@ -130,8 +128,7 @@ int ReadGuard::runChecked(const std::string& sql, const Table& table, QueryBudge
     }
     const std::size_t stack = stackLeft();
     if (cost.stackBytes + STACK_FOR_ANY_QUERY > stack) {
-        return fail(SQLITE_ERROR, "too little stack for the views of this query",
-                    table.errorText);
+        return fail(SQLITE_ERROR, "too little stack for the views of this query", table.errorText);
     }
     limitQueryWithFileCode(m_db, databaseSize(m_db), stack - cost.stackBytes);
     budget.lookOften();
@@ -143,8 +140,8 @@ int ReadGuard::runWithin(QueryBudget& budget, const std::string& sql, const Tabl
 {
     const auto runNow = [&] {
         sqlite3_free(std::exchange(*table.errorText, nullptr));
-        return sqlite3_get_table(m_db, sql.c_str(), table.result, table.rowCount,
-                                 table.columnCount, table.errorText);
+        return sqlite3_get_table(m_db, sql.c_str(), table.result, table.rowCount, table.columnCount,
+                                 table.errorText);
     };
     const int code = runNow();
     if (!budget.wasEndedForMemoryOfAll()) {
@@ -154,18 +151,16 @@ int ReadGuard::runWithin(QueryBudget& budget, const std::string& sql, const Tabl
     return runNow();
 }
 
-/// Reads the schema anew, as far as SQLite has one already, and the code in it.
 int ReadGuard::readSchema(char** errorText)
 {
     m_readsSchema = true;
-    m_takesStatistics = false;
-    m_hasStatistics = false;
-    limitSchema(m_db);
-    int code = readStatements(errorText);
-    if (code == SQLITE_OK && m_hasStatistics && !m_fileCode.has("sqlite_stat1") &&
-        !m_fileCode.has("sqlite_stat4")) {
-        m_takesStatistics = true;
-        sqlite3_exec(m_db, FORGET_SCHEMA, nullptr, nullptr, nullptr);
+    int code = SQLITE_CORRUPT;
+    if (hasUsualStack()) {
+        limitToUsualSchema(m_db);
+        code = readStatements(errorText);
+    }
+    if (code == SQLITE_CORRUPT || code == SQLITE_TOOBIG || code == SQLITE_NOMEM) {
+        code = readUnusualSchema(errorText);
     }
     if (code == SQLITE_OK) {
         enlargePageCache(m_db);
@@ -173,6 +168,32 @@ int ReadGuard::readSchema(char** errorText)
     }
     m_readsSchema = false;
     return code;
+}
+
+/// Looks at the statements before SQLite compiles any of them.
+int ReadGuard::readUnusualSchema(char** errorText)
+{
+    forgetSchema();
+    setPassesOverSchema(m_db, true);
+    const int code = readStatements(errorText);
+    setPassesOverSchema(m_db, false);
+    forgetSchema();
+    if (code != SQLITE_OK) {
+        return code;
+    }
+    for (const char* statistics : {"sqlite_stat1", "sqlite_stat4"}) {
+        if (m_fileCode.has(statistics)) {
+            return fail(SQLITE_ERROR, std::string(statistics) + TOO_COMPLEX, errorText);
+        }
+    }
+    limitSchema(m_db, stackLeft());
+    return readStatements(errorText);
+}
+
+/// The next statement makes SQLite read it again.
+void ReadGuard::forgetSchema()
+{
+    sqlite3_exec(m_db, "PRAGMA writable_schema=RESET", nullptr, nullptr, nullptr);
 }
 
 int ReadGuard::readStatements(char** errorText)
@@ -193,28 +214,14 @@ int ReadGuard::readStatements(char** errorText)
     return code;
 }
 
-int ReadGuard::authorize(void* guard, int action, const char* table, const char* /*column*/,
+int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,
                          const char* /*schema*/, const char* /*view*/)
 {
-    return static_cast<ReadGuard*>(guard)->mayGoOn(action, table) ? SQLITE_OK : SQLITE_DENY;
-}
-
-bool ReadGuard::mayGoOn(int action, const char* table)
-{
-    switch (action) {
-    case SQLITE_READ:
-        if (m_readsSchema && !m_takesStatistics &&
-            sqlite3_strnicmp(table, "sqlite_stat", 11) == 0) {
-            m_hasStatistics = true;  // which may be generated columns, and are read unasked
-            return false;
-        }
-        return true;
-    case SQLITE_FUNCTION:
-    case SQLITE_RECURSIVE:
-        return true;
-    default:
-        // Asked before SQLite reads the schema of a statement: another process has changed it.
-        m_hasLostSchema = !m_readsSchema && schemaSize(m_db) < m_schemaSize;
-        return !m_hasLostSchema;
-    }
+    ReadGuard& self = *static_cast<ReadGuard*>(guard);
+    const bool beginsStatement =
+        action != SQLITE_READ && action != SQLITE_FUNCTION && action != SQLITE_RECURSIVE;
+    // Asked before SQLite reads the schema of a statement: another process has changed it.
+    self.m_hasLostSchema =
+        beginsStatement && !self.m_readsSchema && schemaSize(self.m_db) < self.m_schemaSize;
+    return self.m_hasLostSchema ? SQLITE_DENY : SQLITE_OK;
 }

@@ -48,23 +48,22 @@ private:
         char** errorText;
     };
 
-    static int authorize(void* guard, int action, const char* table, const char* column,
+    static int authorize(void* guard, int action, const char* first, const char* second,
                          const char* schema, const char* view);
-    bool mayGoOn(int action, const char* table);
 
     int run(const std::string& sql, const Table& table, QueryBudget& budget);
     int runChecked(const std::string& sql, const Table& table, QueryBudget& budget);
     int runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
                   bool withFileCode);
     int readSchema(char** errorText);
+    int readUnusualSchema(char** errorText);
     int readStatements(char** errorText);
+    void forgetSchema();
 
     sqlite3* m_db = nullptr;
     HotJournal m_hotJournal;
     FileCode m_fileCode;
     int m_schemaSize = 0;  ///< bytes in memory of the schema that m_fileCode is of; 0: not read
     bool m_readsSchema = false;
-    bool m_takesStatistics = false;
-    bool m_hasStatistics = false;
     bool m_hasLostSchema = false;
 };

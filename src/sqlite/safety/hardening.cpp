@@ -29,6 +29,18 @@ constexpr int MAX_COLUMNS_WITH_FILE_CODE = 100;
 /// Per wildcard of a pattern, which takes two bytes of it with the letter behind it.
 constexpr std::size_t STACK_OF_WILDCARD = 160;
 
+constexpr int USUAL_STATEMENT = 1024 * 1024;
+constexpr int USUAL_COLUMNS = 16;
+constexpr int USUAL_DEPTH = 4;
+
+constexpr std::size_t STACK_OF_READING = 5 * 1024;
+
+/// Of an expression in the schema, per operator.
+constexpr std::size_t STACK_OF_DEPTH = 110;
+
+/// Longer than the statements with which SQLite makes its schema table and reads it.
+constexpr int LINE = 80;
+
 /// As far as SQLite goes by itself.
 constexpr int WIDEST = 0x7fffffff;
 
@@ -77,13 +89,32 @@ void restrictToReading(sqlite3* db)
     execute(db, "PRAGMA temp_store=MEMORY");
 }
 
-void limitSchema(sqlite3* db)
+void limitToUsualSchema(sqlite3* db)
 {
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, USUAL_STATEMENT);
+    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, USUAL_COLUMNS);
+    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, USUAL_DEPTH);
+    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
+    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, WIDEST);
+}
+
+void limitSchema(sqlite3* db, std::size_t stackLeft)
+{
+    const std::size_t stack = std::max(stackLeft, STACK_OF_READING) - STACK_OF_READING;
+    const std::size_t depth = std::max<std::size_t>(stack / STACK_OF_DEPTH, USUAL_DEPTH);
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
-    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
-    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, WIDEST);
-    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, WIDEST);
+    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH,
+                  static_cast<int>(std::min<std::size_t>(depth, WIDEST)));
+}
+
+void setPassesOverSchema(sqlite3* db, bool passesOver)
+{
+#ifdef SQLITE_DBCONFIG_WRITABLE_SCHEMA  // 3.28
+    // It makes nothing writable that is not: what matters is that SQLite goes on after an error.
+    configure(db, SQLITE_DBCONFIG_WRITABLE_SCHEMA, passesOver ? ON : OFF);
+    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, passesOver ? LINE : WIDEST);
+#endif
 }
 
 void limitQuery(sqlite3* db)
@@ -102,7 +133,8 @@ void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLe
     const long long longest = std::max<long long>(fileSize + fileSize / 2, MIN_LENGTH);
     const std::size_t pattern = stackLeft / 2 / STACK_OF_WILDCARD * 2;
     limitQuery(db);
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, static_cast<int>(std::min<long long>(longest, MAX_LENGTH)));
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH,
+                  static_cast<int>(std::min<long long>(longest, MAX_LENGTH)));
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, MAX_COLUMNS_WITH_FILE_CODE);
     sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
     sqlite3_limit(db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH,

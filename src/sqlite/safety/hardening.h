@@ -14,8 +14,16 @@ void harden(sqlite3* db);
 /// Keeps a connection that only reads from leaving anything behind: no write, no further file.
 void restrictToReading(sqlite3* db);
 
-/// Bounds the schema that a connection reads next: what it holds is compiled only when it is used.
-void limitSchema(sqlite3* db);
+/// Bounds the schema that a connection reads next to a usual one. SQLite reads its statistics along
+/// with it, which may be generated columns: what little these can be here takes 20 KB of stack.
+void limitToUsualSchema(sqlite3* db);
+
+/// Bounds it to what SQLite itself allows, as far as the stack goes.
+void limitSchema(sqlite3* db, std::size_t stackLeft);
+
+/// Lets SQLite pass over every statement of the schema that is longer than a line: no code of the
+/// file is compiled, and the statements can be read as texts.
+void setPassesOverSchema(sqlite3* db, bool passesOver);
 
 /// Bounds the next query to what an application may ask for: far more than it does.
 void limitQuery(sqlite3* db);

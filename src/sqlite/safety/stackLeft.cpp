@@ -1,10 +1,12 @@
 #include "stackLeft.h"
 
 #include <pthread.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 namespace {
 
-constexpr std::size_t SMALL_STACK = 48 * 1024;
+constexpr std::size_t USUAL_STACK = 48 * 1024;
 
 }  // namespace
 
@@ -20,5 +22,11 @@ std::size_t stackLeft()
     const char* const here = static_cast<const char*>(__builtin_frame_address(0));
     const char* const end = static_cast<const char*>(lowest);
     const bool isOnIt = here > end && here <= end + size;
-    return isOnIt ? static_cast<std::size_t>(here - end) : SMALL_STACK;
+    return isOnIt ? static_cast<std::size_t>(here - end) : USUAL_STACK;
+}
+
+bool hasUsualStack()
+{
+    const bool isMainThread = syscall(SYS_gettid) == getpid();
+    return isMainThread || stackLeft() >= USUAL_STACK;
 }
