@@ -71,14 +71,13 @@ void ReadGuard::start(sqlite3* db)
     restrictToReading(db);
     sqlite3_set_authorizer(db, authorize, this);
     const QueryBudget budget(db);
-    char* errorText = nullptr;
-    if (readSchema(&errorText) != SQLITE_OK && HotJournal::blocks(db)) {
+    readSchema();
+    if (HotJournal::blocks(db)) {
         // Here and not only at the first query: it takes as long as the update was large. Nobody is
         // waited for.
         m_hotJournal.rollBack(db, 0);
-        readSchema(&errorText);
+        readSchema();
     }
-    sqlite3_free(errorText);
 }
 
 int ReadGuard::getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
@@ -102,10 +101,11 @@ int ReadGuard::run(const std::string& sql, const Table& table, QueryBudget& budg
 {
     for (int runs = 0; runs < MOST_RUNS; ++runs) {
         m_hasLostSchema = false;
-        int code = m_schemaSize > 0 ? SQLITE_OK : readSchema(table.errorText);
-        if (code == SQLITE_OK) {
-            code = runChecked(sql, table, budget);
+        const Failure unreadable = m_schemaSize > 0 ? Failure() : readSchema();
+        if (unreadable.code != SQLITE_OK) {
+            return fail(unreadable.code, unreadable.text, table.errorText);
         }
+        const int code = runChecked(sql, table, budget);
         if (!m_hasLostSchema) {
             return code;
         }
@@ -151,67 +151,75 @@ int ReadGuard::runWithin(QueryBudget& budget, const std::string& sql, const Tabl
     return runNow();
 }
 
-int ReadGuard::readSchema(char** errorText)
+ReadGuard::Failure ReadGuard::readSchema()
 {
     m_readsSchema = true;
-    int code = SQLITE_CORRUPT;
-    if (hasUsualStack()) {
-        limitToUsualSchema(m_db);
-        code = readStatements(errorText);
+    Failure failure = hasUsualStack() ? readUsualSchema() : readUnusualSchema();
+    if (failure.code == SQLITE_CORRUPT || failure.code == SQLITE_TOOBIG ||
+        failure.code == SQLITE_NOMEM) {
+        failure = readUnusualSchema();
     }
-    if (code == SQLITE_CORRUPT || code == SQLITE_TOOBIG || code == SQLITE_NOMEM) {
-        code = readUnusualSchema(errorText);
-    }
-    if (code == SQLITE_OK) {
+    if (failure.code == SQLITE_OK) {
         enlargePageCache(m_db);
         m_schemaSize = schemaSize(m_db);
     }
     m_readsSchema = false;
-    return code;
+    return failure;
+}
+
+ReadGuard::Failure ReadGuard::readUsualSchema()
+{
+    limitToUsualSchema(m_db);
+    return readStatements();
 }
 
 /// Looks at the statements before SQLite compiles any of them.
-int ReadGuard::readUnusualSchema(char** errorText)
+ReadGuard::Failure ReadGuard::readUnusualSchema()
 {
-    forgetSchema();
-    setPassesOverSchema(m_db, true);
-    const int code = readStatements(errorText);
-    setPassesOverSchema(m_db, false);
-    forgetSchema();
-    if (code != SQLITE_OK) {
-        return code;
+    if (lookAtStatements().code != SQLITE_OK) {
+        return readUsualSchema();  // damaged: it fails with SQLite's usual words
     }
     for (const char* statistics : {"sqlite_stat1", "sqlite_stat4"}) {
         if (m_fileCode.has(statistics)) {
-            return fail(SQLITE_ERROR, std::string(statistics) + TOO_COMPLEX, errorText);
+            return {SQLITE_ERROR, std::string(statistics) + TOO_COMPLEX};
         }
     }
     limitSchema(m_db, stackLeft());
-    return readStatements(errorText);
+    return readStatements();
 }
 
+ReadGuard::Failure ReadGuard::lookAtStatements()
+{
+    forgetSchema();
+    const PassingOverSchema passing(m_db);
+    Failure failure = readStatements();
+    forgetSchema();
+    return failure;
+}
 /// The next statement makes SQLite read it again.
 void ReadGuard::forgetSchema()
 {
     sqlite3_exec(m_db, "PRAGMA writable_schema=RESET", nullptr, nullptr, nullptr);
 }
 
-int ReadGuard::readStatements(char** errorText)
+ReadGuard::Failure ReadGuard::readStatements()
 {
-    sqlite3_free(std::exchange(*errorText, nullptr));
     char** result = nullptr;
     int count = 0;
-    const int code = sqlite3_get_table(m_db, "SELECT sql FROM sqlite_master", &result, &count,
-                                       nullptr, errorText);
+    const int code =
+        sqlite3_get_table(m_db, "SELECT sql FROM sqlite_master", &result, &count, nullptr, nullptr);
+    if (code != SQLITE_OK) {
+        return {code, sqlite3_errmsg(m_db)};
+    }
     const std::unique_ptr<char*, decltype(&sqlite3_free_table)> table(result, sqlite3_free_table);
     std::vector<std::string> statements;
-    for (int i = 1; code == SQLITE_OK && i <= count; ++i) {
+    for (int i = 1; i <= count; ++i) {
         if (result[i] != nullptr) {  // the index of a key has no statement
             statements.emplace_back(result[i]);
         }
     }
     m_fileCode.read(std::move(statements));
-    return code;
+    return {};
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

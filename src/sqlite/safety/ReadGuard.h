@@ -40,6 +40,10 @@ public:
 private:
     ReadGuard() : CompanionVfs(Use::READING) {}
 
+    struct Failure {
+        int code = 0;
+        std::string text;
+    };
     /// Where SQLite's result goes.
     struct Table {
         char*** result;
@@ -55,9 +59,11 @@ private:
     int runChecked(const std::string& sql, const Table& table, QueryBudget& budget);
     int runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
                   bool withFileCode);
-    int readSchema(char** errorText);
-    int readUnusualSchema(char** errorText);
-    int readStatements(char** errorText);
+    Failure readSchema();
+    Failure readUsualSchema();
+    Failure readUnusualSchema();
+    Failure lookAtStatements();
+    Failure readStatements();
     void forgetSchema();
 
     sqlite3* m_db = nullptr;
