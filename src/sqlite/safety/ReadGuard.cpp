@@ -127,10 +127,11 @@ int ReadGuard::runChecked(const std::string& sql, const Table& table, QueryBudge
         return runWithin(budget, sql, table, false);
     }
     const std::size_t stack = stackLeft();
-    if (cost.stackBytes + STACK_FOR_ANY_QUERY > stack) {
+    if (cost.stackBytes + STACK_FOR_ANY_QUERY > std::uint64_t{stack}) {
         return fail(SQLITE_ERROR, "too little stack for the views of this query", table.errorText);
     }
-    limitQueryWithFileCode(m_db, databaseSize(m_db), stack - cost.stackBytes);
+    limitQueryWithFileCode(m_db, databaseSize(m_db),
+                           stack - static_cast<std::size_t>(cost.stackBytes));
     budget.lookOften();
     return runWithin(budget, sql, table, true);
 }
@@ -204,19 +205,20 @@ void ReadGuard::forgetSchema()
 
 ReadGuard::Failure ReadGuard::readStatements()
 {
-    char** result = nullptr;
-    int count = 0;
-    const int code =
-        sqlite3_get_table(m_db, "SELECT sql FROM sqlite_master", &result, &count, nullptr, nullptr);
-    if (code != SQLITE_OK) {
-        return {code, sqlite3_errmsg(m_db)};
-    }
-    const std::unique_ptr<char*, decltype(&sqlite3_free_table)> table(result, sqlite3_free_table);
+    sqlite3_stmt* prepared = nullptr;
+    int code = sqlite3_prepare_v2(m_db, "SELECT sql FROM sqlite_master", -1, &prepared, nullptr);
+    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> rows(prepared,
+                                                                          sqlite3_finalize);
     std::vector<std::string> statements;
-    for (int i = 1; i <= count; ++i) {
-        if (result[i] != nullptr) {  // the index of a key has no statement
-            statements.emplace_back(result[i]);
+    while (code == SQLITE_OK || code == SQLITE_ROW) {
+        code = sqlite3_step(rows.get());
+        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(rows.get(), 0));
+        if (code == SQLITE_ROW && text != nullptr) {  // the index of a key has no statement
+            statements.emplace_back(text);
         }
+    }
+    if (code != SQLITE_DONE) {
+        return {code, sqlite3_errmsg(m_db)};
     }
     m_fileCode.read(std::move(statements));
     return {};
