@@ -190,13 +190,13 @@ int ReadGuard::readUsualSchema()
 int ReadGuard::readUnusualSchema(char** errorText)
 {
     const int code = lookAtStatements();
-    if (code == SQLITE_CORRUPT) {
-        return readUsualSchema();  // fails in SQLite's usual words
-    }
-    if (code != SQLITE_OK) {
+    if (code != SQLITE_OK && code != SQLITE_CORRUPT) {
         return code;
     }
     forgetSchema();
+    if (code == SQLITE_CORRUPT) {
+        return readUsualSchema();  // fails in SQLite's usual words
+    }
     for (const char* statistics : {"sqlite_stat1", "sqlite_stat4"}) {
         if (m_fileCode.has(statistics)) {
             return refuse({statistics, std::strlen(statistics)}, errorText);
