@@ -260,7 +260,9 @@ void FileCode::Reckoning::takeName()
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
     for (const Piece* piece = m_code.firstNamed(name);
-         piece != m_code.end() && piece->name.compare(name) == 0; ++piece) {
+         piece != m_code.end() && piece->name.compare(name) == 0 &&
+         m_scope->cost.nodes <= MOST_NODES;
+         ++piece) {
         const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
         if (isKnownHere && !isKnownAbove(*piece)) {
             addPart(costOf(m_code, *piece, this), piece->isQuery);
