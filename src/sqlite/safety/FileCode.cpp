@@ -109,7 +109,8 @@ private:
         std::uint32_t terms = 1;        ///< of the term, once SQLite has taken apart what it joins
         std::uint32_t termsBefore = 0;
         std::uint32_t ownStack = 0;  ///< of its joins and windows
-        bool isInFrom = false;       ///< what comes next is joined
+        bool isInFrom = false;       ///< what comes next is joined ...
+        bool isInCondition = false;  ///< ... or says how
         std::uint32_t depth = 0;     ///< of the expression so far
         std::uint32_t deepest = 0;
     };
@@ -132,6 +133,7 @@ private:
     void addPiecesNamed(const SqlToken& name);
     void addPart(CompileCost part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
+    bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
 
@@ -175,7 +177,10 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     std::unique_ptr<Scope> scope(new Scope);
     scope->isQuery = isQuery;
     scope->isDefinition = isDefinition;
-    scope->isInFrom = !isQuery && m_scope != nullptr && m_scope->isInFrom;
+    if (m_scope != nullptr && !isQuery) {
+        scope->isInFrom = m_scope->isInFrom;
+        scope->isInCondition = m_scope->isInCondition;
+    }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
 }
@@ -207,7 +212,8 @@ void FileCode::Reckoning::addPart(CompileCost part, bool isQuery)
 {
     if (m_scope->isInFrom) {
         m_scope->terms = std::min(m_scope->terms * part.terms, MOST_TERMS);
-    } else if (isQuery) {
+    }
+    if (isQuery && namesColumns()) {
         part.stackBytes += STACK_OF_SUBQUERY;
     }
     m_scope->cost.add(part);
@@ -239,9 +245,10 @@ void FileCode::Reckoning::takeClause()
     if (token.isOneOf(" from join ")) {
         m_scope->isInFrom = true;
         m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
-    } else if (token.isOneOf(" select where group order having limit on values ")) {
+    } else if (token.isOneOf(" select where group order having limit values ")) {
         m_scope->isInFrom = false;
     }
+    m_scope->isInCondition = token.isOneOf(" on using ");
 }
 
 void FileCode::Reckoning::takeName()
@@ -251,7 +258,7 @@ void FileCode::Reckoning::takeName()
         return;
     }
     const SqlToken& token = m_tokens.now();
-    if (token.kind != SqlToken::STRING) {
+    if (token.kind != SqlToken::STRING && namesColumns()) {
         m_scope->names.add(token);  // or a number, by which ORDER BY means a column
     }
     addPiecesNamed(token);
@@ -303,6 +310,7 @@ void FileCode::Reckoning::endTerm()
     scope.stars = 0;
     scope.terms = 1;
     scope.isInFrom = false;
+    scope.isInCondition = false;
 }
 
 void FileCode::clear()
@@ -347,7 +355,11 @@ void FileCode::addObject(const char* statement)
         tokens.advance();
         tokens.advance();
     }
-    m_pieces.push_back({tokens.now(), statement, statement, nullptr, false, isView});
+    const SqlToken name = tokens.now();
+    while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
+    }
+    m_pieces.push_back(
+        {name, statement, isView ? tokens.next().text : statement, nullptr, false, isView});
 }
 
 void FileCode::addDefinitions(const char* statement)
