@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint32_t MOST_NODES = 250000;
 
 /// Views over views, and common table expressions and generated columns over each other.
-constexpr int MOST_LEVELS = 16;
+constexpr std::uint32_t MOST_LEVELS = 16;
 
 /// Of a compound, of which SQLite makes no more than some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
@@ -35,6 +35,9 @@ constexpr const char* AROUND_EXPRESSIONS =
 /// Words that no name can be without quotes, and each of which may make an expression deeper.
 constexpr const char* OPERATORS =
     " and or not is in between case collate isnull notnull exists escape ";
+
+/// In bytes: a query of a table, by a column. What could do harm is longer.
+constexpr std::size_t LONGEST_PLAIN_QUERY = 100;
 
 std::uint32_t capped(std::uint64_t nodes)
 {
@@ -63,7 +66,7 @@ public:
     std::uint32_t most() const { return *std::max_element(m_counts, m_counts + COUNTERS); }
 
 private:
-    static constexpr int COUNTERS = 509;
+    static constexpr int COUNTERS = 251;
 
     std::uint32_t m_counts[COUNTERS] = {};
 };
@@ -85,15 +88,26 @@ void CompileCost::add(const CompileCost& part)
 {
     nodes = capped(std::uint64_t{nodes} + part.nodes);
     stackBytes = std::max(stackBytes, part.stackBytes);
+    levels = std::max(levels, part.levels);
 }
 
 /// Adds up what one piece costs, with all that it names. On the heap: there may be little stack.
 class FileCode::Reckoning {
 public:
     /// @param above  the reckoning that has come upon this piece; null for the first.
-    static CompileCost costOf(const FileCode& code, const Piece& piece, const Reckoning* above)
+    static CompileCost costOf(const FileCode& code, const Piece& piece, Reckoning* above)
     {
-        return std::unique_ptr<Reckoning>(new Reckoning(code, piece, above))->cost();
+        if (piece.cost.levels > 0) {
+            return piece.cost;
+        }
+        const std::unique_ptr<Reckoning> reckoning(new Reckoning(code, piece, above));
+        const CompileCost cost = reckoning->cost();
+        if (reckoning->m_isWhole && cost.nodes <= MOST_NODES) {
+            piece.cost = cost;
+        } else if (above != nullptr) {
+            above->m_isWhole = false;
+        }
+        return cost;
     }
 
 private:
@@ -115,7 +129,7 @@ private:
         std::uint32_t deepest = 0;
     };
 
-    Reckoning(const FileCode& code, const Piece& piece, const Reckoning* above)
+    Reckoning(const FileCode& code, const Piece& piece, Reckoning* above)
         : m_code(code),
           m_piece(piece),
           m_above(above),
@@ -139,8 +153,9 @@ private:
 
     const FileCode& m_code;
     const Piece& m_piece;
-    const Reckoning* m_above;
-    int m_level;
+    Reckoning* m_above;
+    bool m_isWhole = true;  ///< nothing has been left out because it is being reckoned above
+    std::uint32_t m_level;
     SqlTokens m_tokens;
     int m_scopes = 0;
     std::unique_ptr<Scope> m_scope;
@@ -164,6 +179,9 @@ CompileCost FileCode::Reckoning::cost()
     }
     while (m_scope != nullptr) {
         close();
+    }
+    if (++m_cost.levels > MOST_LEVELS) {
+        m_cost.nodes = MOST_NODES + 1;
     }
     return m_cost;
 }
@@ -193,7 +211,7 @@ void FileCode::Reckoning::close()
     const std::unique_ptr<Scope> closed = std::move(m_scope);
     m_scope = std::move(closed->outer);
     CompileCost cost = {closed->nodesBefore, closed->cost.stackBytes + closed->ownStack,
-                        closed->termsBefore};
+                        closed->termsBefore, closed->cost.levels};
     if (closed->isQuery || closed->isDefinition) {
         cost.stackBytes += STACK_OF_LEVEL + (closed->termsBefore - 1) * STACK_OF_COMPOUND_TERM +
                            closed->deepest * STACK_OF_OPERATOR;
@@ -258,7 +276,8 @@ void FileCode::Reckoning::takeName()
         return;
     }
     const SqlToken& token = m_tokens.now();
-    if (token.kind != SqlToken::STRING && namesColumns()) {
+    const bool isInList = token.kind == SqlToken::NUMBER && !m_scope->isQuery;
+    if (token.kind != SqlToken::STRING && !isInList && namesColumns()) {
         m_scope->names.add(token);  // or a number, by which ORDER BY means a column
     }
     addPiecesNamed(token);
@@ -271,7 +290,9 @@ void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
          m_scope->cost.nodes <= MOST_NODES;
          ++piece) {
         const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
-        if (isKnownHere && !isKnownAbove(*piece)) {
+        if (isKnownHere && isKnownAbove(*piece)) {
+            m_isWhole = m_isWhole && piece == &m_piece;
+        } else if (isKnownHere) {
             addPart(costOf(m_code, *piece, this), piece->isQuery);
         }
     }
@@ -334,6 +355,11 @@ void FileCode::finish()
         addDefinitions(statement);
         statement += std::strlen(statement) + 1;
     }
+    sort();
+}
+
+void FileCode::sort()
+{
     std::qsort(m_pieces.data(), m_pieces.size(), sizeof(Piece),
                [](const void* one, const void* other) {
                    return static_cast<const Piece*>(one)->name.compare(
@@ -406,7 +432,7 @@ bool FileCode::has(const char* name) const
     return piece != end() && piece->name.compare(token) == 0;
 }
 
-SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost) const
+SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost, bool& reachesCode) const
 {
     SqlTokens tokens(query);
     while (!m_pieces.empty() && tokens.advance()) {
@@ -418,6 +444,7 @@ SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost) const
                cost.nodes <= MOST_NODES) {
             if (!piece->isLocal) {
                 cost.add(Reckoning::costOf(*this, *piece, nullptr));
+                reachesCode = true;
             }
             ++piece;
         }
@@ -425,5 +452,17 @@ SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost) const
             return name;
         }
     }
-    return {};
+    if (std::strlen(query) > LONGEST_PLAIN_QUERY) {
+        cost.add(costOfText(query));
+    }
+    return cost.nodes <= MOST_NODES ? SqlToken() : SqlToken{"the query", 9, SqlToken::NAME};
+}
+
+// The lookups name a column of the file as it is named there, and any SQL may be its name.
+CompileCost FileCode::costOfText(const char* query) const
+{
+    FileCode code = *this;
+    code.addDefinitions(query);
+    code.sort();
+    return Reckoning::costOf(code, {{}, query, query, nullptr, false, true}, nullptr);
 }

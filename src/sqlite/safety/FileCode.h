@@ -12,7 +12,8 @@ struct CompileCost {
     /// names it.
     std::uint32_t nodes = 0;
     std::uint32_t stackBytes = 0;
-    std::uint32_t terms = 1;  ///< of a compound query
+    std::uint32_t terms = 1;   ///< of a compound query
+    std::uint32_t levels = 0;  ///< of pieces that name each other
 
     /// A part's stack is free again for the next one.
     void add(const CompileCost& part);
@@ -32,11 +33,11 @@ public:
     /// To be called once all statements have been added.
     void finish();
 
-    /// @param[out] cost  of all code of the file that becomes part of the query; 0 nodes where none
-    ///                   does.
+    /// @param[out] cost         of compiling the query; 0 nodes where it is plain.
+    /// @param[out] reachesCode  whether code of the file becomes part of the query.
     /// @return the first name in the query whose code is more than may be compiled; a token of the
     ///         kind END when all may be.
-    SqlToken tooMuchIn(const char* query, CompileCost& cost) const;
+    SqlToken tooMuchIn(const char* query, CompileCost& cost, bool& reachesCode) const;
 
     /// @return whether code of the file is part of what has the name.
     bool has(const char* name) const;
@@ -50,9 +51,12 @@ private:
         const char* end;
         bool isLocal;  ///< known only in its statement
         bool isQuery;
+        mutable CompileCost cost = {};  ///< once it has been reckoned: 0 levels before
     };
     class Reckoning;
 
+    void sort();
+    CompileCost costOfText(const char* query) const;
     void addObject(const char* statement);
     void addDefinitions(const char* statement);
     const Piece* firstNamed(const SqlToken& name) const;

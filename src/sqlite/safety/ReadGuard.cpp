@@ -125,23 +125,25 @@ int ReadGuard::run(const char* sql, const Table& table, QueryBudget& budget)
 int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budget)
 {
     CompileCost cost;
-    const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost);
+    bool withFileCode = false;
+    const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost, withFileCode);
     if (tooMuch.kind != SqlToken::END) {
         return refuse(tooMuch, table.errorText);
     }
-    if (cost.nodes == 0) {
-        limitQuery(m_db);
-        return runWithin(budget, sql, table, false);
+    limitQuery(m_db);
+    if (cost.nodes > 0) {
+        const std::size_t stack = stackLeft();
+        const std::size_t needed = cost.stackBytes + STACK_FOR_ANY_QUERY;
+        if (needed > stack) {
+            return fail(SQLITE_ERROR, sqlite3_mprintf("too little stack for the query"),
+                        table.errorText);
+        }
+        if (withFileCode) {
+            limitQueryWithFileCode(m_db, databaseSize(m_db), stack - needed);
+            budget.lookOften();
+        }
     }
-    const std::size_t stack = stackLeft();
-    const std::size_t needed = cost.stackBytes + STACK_FOR_ANY_QUERY;
-    if (needed > stack) {
-        return fail(SQLITE_ERROR, sqlite3_mprintf("too little stack for the views of this query"),
-                    table.errorText);
-    }
-    limitQueryWithFileCode(m_db, databaseSize(m_db), stack - needed);
-    budget.lookOften();
-    return runWithin(budget, sql, table, true);
+    return runWithin(budget, sql, table, withFileCode);
 }
 
 int ReadGuard::runWithin(QueryBudget& budget, const char* sql, const Table& table,

@@ -29,7 +29,9 @@ constexpr int MAX_COLUMNS_WITH_FILE_CODE = 100;
 /// Per wildcard of a pattern, which takes two bytes of it with the letter behind it.
 constexpr std::size_t STACK_OF_WILDCARD = 160;
 
-constexpr int USUAL_STATEMENT = 1024 * 1024;
+/// Of the schema: SQLite compares each key of a table with all before it.
+constexpr int MAX_STATEMENT = 256 * 1024;
+
 constexpr int USUAL_COLUMNS = 16;
 constexpr int USUAL_DEPTH = 4;
 
@@ -91,7 +93,8 @@ void restrictToReading(sqlite3* db)
 
 void limitToUsualSchema(sqlite3* db)
 {
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, USUAL_STATEMENT);
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_STATEMENT);
+    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, MAX_STATEMENT);
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, USUAL_COLUMNS);
     sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, USUAL_DEPTH);
     sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
@@ -103,6 +106,7 @@ void limitSchema(sqlite3* db, std::size_t stackLeft)
     const std::size_t stack = std::max(stackLeft, STACK_OF_READING) - STACK_OF_READING;
     const std::size_t depth = std::max<std::size_t>(stack / STACK_OF_DEPTH, USUAL_DEPTH);
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
+    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, MAX_STATEMENT);
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
     sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH,
                   static_cast<int>(std::min<std::size_t>(depth, WIDEST)));
@@ -113,12 +117,13 @@ void PassingOverSchema::set(bool passesOver)
 #ifdef SQLITE_DBCONFIG_WRITABLE_SCHEMA  // 3.28
     // It makes nothing writable that is not: what matters is that SQLite goes on after an error.
     configure(m_db, SQLITE_DBCONFIG_WRITABLE_SCHEMA, passesOver ? ON : OFF);
-    sqlite3_limit(m_db, SQLITE_LIMIT_SQL_LENGTH, passesOver ? LINE : WIDEST);
+    sqlite3_limit(m_db, SQLITE_LIMIT_SQL_LENGTH, passesOver ? LINE : MAX_STATEMENT);
 #endif
 }
 
 void limitQuery(sqlite3* db)
 {
+    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, WIDEST);
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
     sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM);
@@ -132,7 +137,6 @@ void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLe
     // UTF-16 in the file takes up to half as much again in UTF-8.
     const long long longest = std::max<long long>(fileSize + fileSize / 2, MIN_LENGTH);
     const std::size_t pattern = stackLeft / 2 / STACK_OF_WILDCARD * 2;
-    limitQuery(db);
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH,
                   static_cast<int>(std::min<long long>(longest, MAX_LENGTH)));
     sqlite3_limit(db, SQLITE_LIMIT_COLUMN, MAX_COLUMNS_WITH_FILE_CODE);

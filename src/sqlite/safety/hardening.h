@@ -39,6 +39,6 @@ private:
 /// Bounds the next query to what an application may ask for: far more than it does.
 void limitQuery(sqlite3* db);
 
-/// Bounds the next query further, since code that came with the file is part of it: to texts that
-/// the file can hold, and to what takes no more than the stack.
+/// After limitQuery(), bounds a query further of which code that came with the file is part: to
+/// texts that the file can hold, and to what takes no more than the stack.
 void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLeft);
