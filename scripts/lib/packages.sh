@@ -2,11 +2,11 @@
 # need_packages "to build the library" cmake g++ ...
 # shellcheck shell=bash
 
-mkdir -p build 2>/dev/null && [ -w build ] || {
+if ! mkdir -p build 2>/dev/null || [ ! -w build ]; then
     echo "error: $PWD/build cannot be written to: copy the tree to a folder of your own, for instance" \
         "with: cp -r '$PWD' ~/libzav, and run this there" >&2
     exit 1
-}
+fi
 
 _is_debian() {
     # shellcheck disable=SC1091
