@@ -13,6 +13,7 @@ void ZavSqlDescriptionsTbl::init(const std::string& /*name*/)
         return;
     }
     std::vector<column_t> complete;
+    complete.reserve(8);
     // One call for each: a single list of them all comes to three times the code.
     const auto add = [&complete](const char* columnName, const char* sqlType,
                                  columnValueType_t valueType, void* field) {

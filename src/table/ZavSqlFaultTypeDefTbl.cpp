@@ -13,6 +13,7 @@ void ZavSqlFaultTypeDefTbl::init(const std::string& /*name*/)
         return;
     }
     std::vector<column_t> complete;
+    complete.reserve(5);
     // One call for each: a single list of them all comes to three times the code.
     const auto add = [&complete](const char* columnName, const char* sqlType,
                                  columnValueType_t valueType, void* field) {
