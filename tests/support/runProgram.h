@@ -8,7 +8,8 @@ struct ProgramResult {
     std::string output;  ///< all that it wrote to standard output
 };
 
-/// @return the words to put before the path of a program of the build, such as an emulator's path and
+/// @return the words to put before the path of a program of the build, such as an emulator's path
+/// and
 ///         arguments; empty where none are needed.
 std::vector<std::string> emulator();
 
