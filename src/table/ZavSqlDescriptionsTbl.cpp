@@ -1,5 +1,7 @@
 #include "zav/ZavSqlDescriptionsTbl.h"
 
+#include <utility>
+
 template class SqlTbl<Descriptions>;
 
 ZavSqlDescriptionsTbl::ZavSqlDescriptionsTbl(const std::string& name) : SqlTbl<Descriptions>(name)
@@ -14,10 +16,12 @@ void ZavSqlDescriptionsTbl::init(const std::string& /*name*/)
     }
     std::vector<column_t> complete;
     complete.reserve(8);
-    // One call for each: a single list of them all comes to three times the code.
+    // One call for each, and a column made before it is moved in: a single list of them all comes
+    // to three times the code.
     const auto add = [&complete](const char* columnName, const char* sqlType,
                                  columnValueType_t valueType, void* field) {
-        complete.push_back(column_t(columnName, sqlType, valueType, field));
+        column_t column(columnName, sqlType, valueType, field);
+        complete.push_back(std::move(column));
     };
     add("id", "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL", VALUE_TYPE_UINT16, &record.id);
     add("id_fault_type", "INTEGER", VALUE_TYPE_UINT16, &record.id_fault_type);

@@ -1,5 +1,7 @@
 #include "zav/ZavSqlFaultTypeDefTbl.h"
 
+#include <utility>
+
 template class SqlTbl<FaultTypeDef>;
 
 ZavSqlFaultTypeDefTbl::ZavSqlFaultTypeDefTbl(const std::string& name) : SqlTbl<FaultTypeDef>(name)
@@ -14,10 +16,12 @@ void ZavSqlFaultTypeDefTbl::init(const std::string& /*name*/)
     }
     std::vector<column_t> complete;
     complete.reserve(5);
-    // One call for each: a single list of them all comes to three times the code.
+    // One call for each, and a column made before it is moved in: a single list of them all comes
+    // to three times the code.
     const auto add = [&complete](const char* columnName, const char* sqlType,
                                  columnValueType_t valueType, void* field) {
-        complete.push_back(column_t(columnName, sqlType, valueType, field));
+        column_t column(columnName, sqlType, valueType, field);
+        complete.push_back(std::move(column));
     };
     add("code", "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL", VALUE_TYPE_UINT32, &record.code);
     add("alias", "VARCHAR", VALUE_TYPE_STRING, &record.alias);
