@@ -1,5 +1,12 @@
-# Installs what a script needs. Source it, then: need_packages "to build the library" cmake g++ ...
+# What a script needs: packages and a folder that it can write to. Source it, then:
+# need_packages "to build the library" cmake g++ ...
 # shellcheck shell=bash
+
+if ! mkdir -p build 2>/dev/null || [ ! -w build ]; then
+    echo "error: $PWD/build cannot be written to: copy the tree to a folder of your own, for instance" \
+        "with: cp -r '$PWD' ~/libzav, and run this there" >&2
+    exit 1
+fi
 
 _is_debian() {
     # shellcheck disable=SC1091
@@ -27,9 +34,11 @@ need_packages() {
             { echo "error: there is no sudo: run as root, or install these" >&2; return 1; }
         as_root=(sudo)
     fi
-    if ! "${as_root[@]}" apt-get -qq update ||
-        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get -qq install --yes --no-install-recommends "${missing[@]}" >/dev/null; then
+    # Another apt-get may be at work, above all on a machine that has just started.
+    local wait=(-o DPkg::Lock::Timeout=300)
+    if ! "${as_root[@]}" apt-get -qq "${wait[@]}" update ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "${wait[@]}" \
+            install --yes --no-install-recommends "${missing[@]}" >/dev/null; then
         echo "error: apt-get could not install: ${missing[*]}" >&2
         return 1
     fi

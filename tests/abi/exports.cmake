@@ -12,6 +12,9 @@ set(added ${exported})
 list(REMOVE_ITEM added ${expected})
 set(removed ${expected})
 list(REMOVE_ITEM removed ${exported})
+# The constructors of complete objects of a table model: the class is abstract, so that no application
+# can call them, and clang++ leaves them out.
+list(FILTER removed EXCLUDE REGEX "^_ZN6SqlTblI[0-9]+[A-Za-z]+EC1E")
 if(added OR removed)
     list(JOIN added "\n  " added)
     list(JOIN removed "\n  " removed)

@@ -127,6 +127,6 @@ int main(int argc, char** argv)
 
     check(after.descriptors == before.descriptors, "descriptors have grown");
     check(after.sqliteBytes == before.sqliteBytes, "SQLite's memory has grown");
-    check(after.heapBytes == before.heapBytes, "the heap has grown");
+    check(after.heapBytes <= before.heapBytes, "the heap has grown");
     return 0;
 }

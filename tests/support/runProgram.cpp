@@ -5,18 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <iterator>
-#include <sstream>
 #include <system_error>
 
 namespace {
-
-/// The emulator's path and arguments; empty where none is needed.
-std::vector<std::string> emulator()
-{
-    std::istringstream words(ZAV_TEST_EMULATOR);
-    return {std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()};
-}
 
 void check(int error, const std::string& what)
 {
@@ -57,6 +48,11 @@ std::string readAll(int descriptor)
 }
 
 }  // namespace
+
+std::vector<std::string> emulator()
+{
+    return {ZAV_TEST_EMULATOR};
+}
 
 ProgramResult runProgram(std::vector<std::string> command)
 {

@@ -525,7 +525,7 @@ TEST(CheckCommand, FindsWhatTheSampleDoesNotKnow)
 {
     const ZavCommand zav;
     const std::string file = zav.database();
-    zav.shell("sqlite3 -bail " + file + " <" ZAV_SOURCE_DIR "/db/sample.sql");
+    zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'");
     const CommandResult result =
         zav.shell("zav check --format csv " + file + " | cut -d, -f1 | sort -u");
     EXPECT_EQ(result.output, "finding\nnull\n");

@@ -6,15 +6,19 @@
 
 namespace {
 
-const std::string MANUAL = ZAV_SOURCE_DIR "/tools/zav.1";
-const std::string COMPLETION = ZAV_SOURCE_DIR "/tools/completion/zav";
+const std::string MANUAL_FILE = ZAV_SOURCE_DIR "/tools/zav.1";
+
+// As words of a shell.
+const std::string MANUAL = "'" + MANUAL_FILE + "'";
+const std::string COMPLETION = "'" ZAV_SOURCE_DIR "/tools/completion/zav'";
 
 /// What bash offers at the end of a line, in the order of its sorting.
 std::string offered(const ZavCommand& zav, const std::string& line)
 {
     return zav
-        .shell("bash -c '. " + COMPLETION + "; cd " + zav.file("") + "; COMP_WORDS=(" + line +
-               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"'")
+        .shell("bash -c '. \"$0\"; cd " + zav.file("") + "; COMP_WORDS=(" + line +
+               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
+               COMPLETION)
         .output;
 }
 
@@ -88,7 +92,7 @@ TEST(Manual, ShowsTheSchema)
 {
     const ZavCommand zav;
     EXPECT_EQ(statements(zav, "sed -n '/^CREATE/,/^\\.Ed/p' " + MANUAL + " | grep -v '^\\.Ed'"),
-              statements(zav, "cat " ZAV_SOURCE_DIR "/db/schema.sql"));
+              statements(zav, "cat '" ZAV_SOURCE_DIR "/db/schema.sql'"));
 }
 
 TEST(Manual, CopiesAFileAsItSays)
@@ -96,9 +100,10 @@ TEST(Manual, CopiesAFileAsItSays)
     const ZavCommand zav;
     zav.database("INSERT INTO fault_type_definition VALUES(12,'E012','error',0,3)");
     const CommandResult result =
-        zav.shell("cd " + zav.file("") + "; grep '^.Dl.*copy.db' " + MANUAL +
-                  " | cut -d' ' -f3- | sed 's#/usr/share/zav#" ZAV_SOURCE_DIR
-                  "/db#' >copy.sh; . ./copy.sh; zav faults --format csv copy.db");
+        zav.shell("cd " + zav.file("") +
+                  "; ln -s '" ZAV_SOURCE_DIR "/db' db; grep '^.Dl.*copy.db' " + MANUAL +
+                  " | cut -d' ' -f3- | sed 's#/usr/share/zav#db#' >copy.sh; . ./copy.sh;"
+                  " zav faults --format csv copy.db");
     EXPECT_EQ(result.output,
               "code,alias,type,bug,clear_after_cycle_nr\r\n"
               "12,E012,error,0,3\r\n");
@@ -109,11 +114,11 @@ TEST(Manual, NamesAllFindings)
 {
     const ZavCommand zav;
     std::istringstream kinds(
-        zav.shell("grep -ohE '\"[a-z0-9]+-[a-z0-9]+\"|\"(null|quote)\"' " ZAV_SOURCE_DIR
-                  "/tools/check*.cpp " ZAV_SOURCE_DIR "/tools/CheckFindings.cpp | tr -d '\"'"
+        zav.shell("grep -ohE '\"[a-z0-9]+-[a-z0-9]+\"|\"(null|quote)\"' '" ZAV_SOURCE_DIR
+                  "/tools'/check*.cpp '" ZAV_SOURCE_DIR "/tools/CheckFindings.cpp' | tr -d '\"'"
                   " | sort -u")
             .output);
-    const std::string manual = contentOf(MANUAL);
+    const std::string manual = contentOf(MANUAL_FILE);
     int count = 0;
     for (std::string kind; kinds >> kind; ++count) {
         EXPECT_NE(manual.find(kind), std::string::npos) << kind;

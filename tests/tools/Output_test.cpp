@@ -50,7 +50,7 @@ TEST(Output, NoLineIsWiderThanTheTerminal)
 {
     const ZavCommand zav;
     const std::string file = zav.database();
-    zav.shell("sqlite3 -bail " + file + " <" ZAV_SOURCE_DIR "/db/sample.sql");
+    zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'");
     for (const int columns : {40, 80, 120, 200}) {
         EXPECT_EQ(tooWideLines(zav, "faults " + file, columns), "") << columns;
         EXPECT_EQ(tooWideLines(zav, "texts " + file, columns), "") << columns;
@@ -96,13 +96,16 @@ TEST(Output, NeverSendsControlCharactersOrBrokenUtf8)
   }
 ]
 )");
-    EXPECT_EQ(zav.runOnTerminal(80, "faults --format csv " + file).output,
-              "code,alias,type,bug,clear_after_cycle_nr\n"
-              "1,\\x1b[31m\\u009b\\u202e,A\uFFFD,0,0\n");
     EXPECT_EQ(zav.run("faults --format csv " + file).output,
               "code,alias,type,bug,clear_after_cycle_nr\r\n"
               "1,\x1b[31m\u009b\u202e,A\xff,0,0\r\n")
         << "bytes stay as they are for another program";
+    if (!ZavCommand::canOpenTerminal()) {
+        GTEST_SKIP() << "no pseudo-terminal can be opened here";
+    }
+    EXPECT_EQ(zav.runOnTerminal(80, "faults --format csv " + file).output,
+              "code,alias,type,bug,clear_after_cycle_nr\n"
+              "1,\\x1b[31m\\u009b\\u202e,A\uFFFD,0,0\n");
 }
 
 TEST(Output, QuotesCsvFieldsOnlyWhereNeeded)
@@ -120,6 +123,9 @@ TEST(Output, QuotesCsvFieldsOnlyWhereNeeded)
 
 TEST(Output, TakesWidthAndColourFromTheTerminal)
 {
+    if (!ZavCommand::canOpenTerminal()) {
+        GTEST_SKIP() << "no pseudo-terminal can be opened here";
+    }
     const ZavCommand zav;
     const std::string file = zav.database(faultTypes("(1,'the oven door is open','b',2,3)"));
     EXPECT_EQ(zav.runOnTerminal(39, "faults " + file).output,
@@ -135,6 +141,9 @@ TEST(Output, TakesWidthAndColourFromTheTerminal)
 
 TEST(Output, HasNoColourWhereNoneIsWanted)
 {
+    if (!ZavCommand::canOpenTerminal()) {
+        GTEST_SKIP() << "no pseudo-terminal can be opened here";
+    }
     const ZavCommand zav;
     const std::string file = zav.database(faultTypes("(1,'a','b',2,3)"));
     const std::string plain =

@@ -80,7 +80,8 @@ TEST(SqlCommand, RemakesTheSample)
 {
     const ZavCommand zav;
     const std::string file = zav.database();
-    ASSERT_EQ(zav.shell("sqlite3 -bail " + file + " <" ZAV_SOURCE_DIR "/db/sample.sql").errors, "");
+    ASSERT_EQ(zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'").errors,
+              "");
     // What the library delivers for a NULL is all that its statements can say.
     runSql(file,
            "UPDATE fault_type_definition SET bug=ifnull(bug,0), type=ifnull(type,'n/a'),"

@@ -1,12 +1,16 @@
 #include "ZavCommand.h"
 
+#include <fcntl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "support/database.h"
+#include "support/runProgram.h"
 
 namespace {
 
@@ -30,9 +34,33 @@ std::string quoted(const std::string& word)
 
 }  // namespace
 
+// A program of one word, wherever the tree stands and whatever runs it.
+ZavCommand::ZavCommand() : m_program(m_programDir.file("zav"))
+{
+    std::vector<std::string> words = emulator();
+    words.emplace_back(ZAV_COMMAND);
+    std::ofstream script(m_program);
+    script << "#!/bin/sh\nexec";
+    for (const std::string& word : words) {
+        script << ' ' << quoted(word);
+    }
+    script << " \"$@\"\n";
+    script.close();
+    std::filesystem::permissions(m_program, std::filesystem::perms::owner_all);
+}
+
 CommandResult ZavCommand::run(const std::string& arguments, const std::string& environment) const
 {
     return shell("env " + environment + " $ZAV " + arguments);
+}
+
+bool ZavCommand::canOpenTerminal()
+{
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    const char* const name = unlockpt(terminal) == 0 ? ptsname(terminal) : nullptr;
+    const bool canOpen = name != nullptr && access(name, R_OK | W_OK) == 0;
+    close(terminal);
+    return canOpen;
 }
 
 CommandResult ZavCommand::runOnTerminal(int columns, const std::string& arguments,
@@ -52,7 +80,8 @@ CommandResult ZavCommand::shell(const std::string& line) const
     const std::string errors = file("standard-error");
     const std::string script =
         "unset COLUMNS NO_COLOR; export TERM=xterm LC_ALL=C SHELL=/bin/sh;"
-        "export ZAV='" ZAV_TEST_EMULATOR " " ZAV_COMMAND "'; zav() { $ZAV \"$@\"; };";
+        "export ZAV=" +
+        m_program + "; zav() { $ZAV \"$@\"; };";
     const std::string command = script + "{ " + line + "\n} >" + output + " 2>" + errors;
     // NOLINTNEXTLINE(cert-env33-c): a shell is what is wanted, for pipes and terminals
     const int status = std::system(command.c_str());

@@ -15,15 +15,20 @@ struct CommandResult {
 /// everywhere.
 class ZavCommand {
 public:
+    ZavCommand();
+
     /// @param arguments    words for the shell, quoted where needed.
     /// @param environment  settings such as "COLUMNS=40", blank-separated.
     CommandResult run(const std::string& arguments, const std::string& environment = "") const;
+
+    /// @return whether runOnTerminal() can be called: a container may have no pseudo-terminals.
+    static bool canOpenTerminal();
 
     /// Runs it on a terminal of a width, which takes both outputs; line ends are made plain again.
     CommandResult runOnTerminal(int columns, const std::string& arguments,
                                 const std::string& environment = "") const;
 
-    /// Runs a line of shell, in which "zav" is the command.
+    /// Runs a line of shell, in which "zav" is the command, and so is $ZAV, for what is no shell.
     CommandResult shell(const std::string& line) const;
 
     /// @return a path in a folder that goes with this object.
@@ -34,6 +39,8 @@ public:
 
 private:
     TempDir m_dir;
+    TempDir m_programDir;
+    std::string m_program;
 };
 
 /// @return all of a file's bytes.
