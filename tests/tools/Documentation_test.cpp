@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "ZavCommand.h"
+#include "tools/ZavCommand.h"
 
 namespace {
 
@@ -110,7 +110,7 @@ TEST(Manual, NamesAllFindings)
     const ZavCommand zav;
     std::istringstream kinds(
         zav.shell("grep -ohE '\"[a-z0-9]+-[a-z0-9]+\"|\"(null|quote)\"' " ZAV_SOURCE_DIR
-                  "/tools/check*.cpp " ZAV_SOURCE_DIR "/tools/CheckFindings.cpp | tr -d '\"'"
+                  "/tools/check/*.cpp | tr -d '\"'"
                   " | sort -u")
             .output);
     const std::string manual = contentOf(MANUAL);
