@@ -1,71 +1,92 @@
 #include "CheckCommand.h"
 
 #include <algorithm>
-#include <tuple>
+#include <memory>
 
-#include "check/CheckFindings.h"
-#include "text/counted.h"
+#include "check/FileCheck.h"
+#include "findings/CsvWriter.h"
+#include "findings/JsonWriter.h"
+#include "findings/LinesWriter.h"
+#include "findings/SarifWriter.h"
+#include "output/ProgressLine.h"
 
 namespace {
 
-using Kind = Table::Kind;
-
-Table tableOf(const Findings& findings)
+std::unique_ptr<FindingWriter> writerFor(const CheckRequest& request, Output& output)
 {
-    Table table = {{{"finding", Kind::TEXT},
-                    {"table", Kind::TEXT},
-                    {"row", Kind::TEXT},
-                    {"column", Kind::TEXT},
-                    {"value", Kind::TEXT},
-                    {"delivered", Kind::TEXT},
-                    {"advice", Kind::TEXT}},
-                   {}};
-    for (const Finding& finding : findings) {
-        table.rows.push_back({finding.kind, finding.table, finding.row, finding.column,
-                              finding.value, finding.delivered, finding.advice});
+    switch (request.format) {
+    case CheckFormat::JSON:
+        return std::make_unique<JsonWriter>(output);
+    case CheckFormat::CSV:
+        return std::make_unique<CsvWriter>(output);
+    case CheckFormat::SARIF:
+        return std::make_unique<SarifWriter>(output, request.files);
+    default:
+        return std::make_unique<LinesWriter>(output, request.isGrouped);
     }
-    return table;
 }
 
-bool isSameBesideRow(const Finding& one, const Finding& other)
+/// No option hides that a file cannot be read at all.
+bool isWanted(FindingKind kind, const CheckRequest& request)
 {
-    return std::tie(one.kind, one.table, one.column, one.value, one.delivered, one.advice) ==
-           std::tie(other.kind, other.table, other.column, other.value, other.delivered,
-                    other.advice);
+    const bool isChosen = request.only.empty() || request.only.count(kind) > 0;
+    return kind == FindingKind::UNREADABLE || (isChosen && request.ignored.count(kind) == 0);
 }
 
-/// One finding for all those that differ in nothing but the row, and names all the rows.
-Findings grouped(const Findings& findings)
+ExitStatus statusOf(const Finding& finding, const CheckRequest& request)
 {
-    Findings groups;
-    for (const Finding& finding : findings) {
-        const auto group = std::find_if(
-            groups.begin(), groups.end(),
-            [&](const Finding& candidate) { return isSameBesideRow(candidate, finding); });
-        if (group == groups.end()) {
-            groups.push_back(finding);
-        } else {
-            group->row += ", " + finding.row;
+    if (finding.kind == FindingKind::UNREADABLE) {
+        return ExitStatus::UNREADABLE;
+    }
+    return infoOf(finding.kind).severity >= request.failOn ? ExitStatus::NOT_FOUND_OR_FINDINGS
+                                                           : ExitStatus::DONE;
+}
+
+ExitStatus checkFile(const std::string& file, const CheckRequest& request, FindingWriter& writer,
+                     ProgressLine& progress)
+{
+    CheckOptions options;
+    options.languages = request.languages;
+    options.onProgress = [&] { progress.show(file); };
+    const FileCheck check(file, options);
+
+    ExitStatus status = ExitStatus::DONE;
+    const auto write = [&](const Finding& finding) {
+        if (isWanted(finding.kind, request)) {
+            progress.clear();
+            writer.add(finding);
+            status = std::max(status, statusOf(finding, request));
         }
+    };
+    writer.beginFile(file);
+    if (writer.wantsOrder()) {
+        // One after the other rather than all kept and sorted: there may be millions.
+        for (const Severity severity : {Severity::ERROR, Severity::WARNING, Severity::NOTE}) {
+            check.run([&](const Finding& finding) {
+                if (infoOf(finding.kind).severity == severity) {
+                    write(finding);
+                }
+            });
+        }
+    } else {
+        check.run(write);
     }
-    return groups;
-}
-
-std::string summary(std::size_t count)
-{
-    return count == 0 ? "no findings\n" : "\n" + counted(count, "finding") + "\n";
+    progress.clear();
+    writer.endFile();
+    return status;
 }
 
 }  // namespace
 
-ExitStatus runCheck(const Database& database, Output& output)
+ExitStatus runCheck(const CheckRequest& request, Output& output)
 {
-    const Findings findings = findSurprises(database);
-    if (output.format() != Format::TABLE) {
-        output.print(tableOf(findings));
-    } else {
-        output.printRecords(tableOf(grouped(findings)));
-        output.printText(summary(findings.size()));
+    const std::unique_ptr<FindingWriter> writer = writerFor(request, output);
+    ProgressLine progress("checking");
+    ExitStatus status = ExitStatus::DONE;
+    writer->begin();
+    for (const std::string& file : request.files) {
+        status = std::max(status, checkFile(file, request, *writer, progress));
     }
-    return findings.empty() ? ExitStatus::DONE : ExitStatus::NOT_FOUND_OR_FINDINGS;
+    writer->end();
+    return status;
 }

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
+#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -14,7 +15,9 @@
 #include "FaultsCommand.h"
 #include "SqlCommand.h"
 #include "TextsCommand.h"
+#include "database/Database.h"
 #include "database/TableModel.h"
+#include "text/nearest.h"
 
 namespace {
 
@@ -89,6 +92,35 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
         ->type_name(namesOf(choices));
 }
 
+FindingKind kindFrom(const std::string& name, const std::string& option)
+{
+    if (const std::optional<FindingKind> kind = kindNamed(name)) {
+        return *kind;
+    }
+    std::vector<std::string> names;
+    for (const KindInfo& info : allKinds()) {
+        names.emplace_back(info.name);
+    }
+    throw CLI::ValidationError(
+        option, fmt::format(R"("{}" is no kind of finding; the nearest is "{}")", name,
+                            nearest(name, names)));
+}
+
+/// What the options of zav check choose from.
+std::string checkFooter()
+{
+    std::string text =
+        "--format is table (the default: lines for people and editors), json, csv or sarif.\n\n"
+        "Kinds of finding:\n";
+    for (const KindInfo& info : allKinds()) {
+        text += fmt::format("  {:<21} {:<8} {}\n", info.name, nameOf(info.severity), info.help);
+    }
+    return text +
+           "\nExit status: 0 nothing from --fail-on up, 1 findings, 2 wrong usage, 3 a file cannot "
+           "be\n"
+           "read or the output cannot be written; of several files, the worst one.";
+}
+
 /// Reads the arguments of one call into a request.
 class Parser {
 public:
@@ -98,9 +130,8 @@ public:
         m_app.fallthrough();
         m_app.footer(EXAMPLES);
         m_app.set_version_flag("--version", "zav " ZAV_VERSION, "Print the version and exit");
-        addChoice<Format>(m_app, "--format", m_format,
-                          {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
-                          "How results are written; table unless given");
+        m_app.add_option("--format", m_format, "How results are written; table unless given")
+            ->type_name("table|json|csv");
         addNumber<int>(m_app, "--debug", m_debugLevel,
                        "The library's lines on standard error: 0 errors only, 1 and 2 more")
             ->type_name("LEVEL");
@@ -117,20 +148,30 @@ public:
     {
         try {
             m_app.parse(argc, argv);
+            return request();
         } catch (const CLI::Success& success) {
             return printing(textFor(success));
         } catch (const CLI::ParseError& error) {
             throw UsageError(textFor(error));
         }
-        return {m_format,
-                [command = m_command, file = m_file, level = m_debugLevel](Output& output) {
-                    Database database(file, level);
-                    return command(database, output);
-                }};
     }
 
 private:
     using Command = std::function<ExitStatus(Database&, Output&)>;
+
+    Request request() const
+    {
+        if (m_run) {
+            return {Format::TABLE, m_run};
+        }
+        const auto format =
+            chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
+                           m_format, "--format");
+        return {format, [command = m_command, file = m_file, level = m_debugLevel](Output& output) {
+                    Database database(file, level);
+                    return command(database, output);
+                }};
+    }
 
     static Request printing(const std::string& text)
     {
@@ -206,9 +247,55 @@ private:
 
     void addCheck()
     {
-        addCommand("check", "Find what would surprise an application")->callback([this] {
-            m_command = runCheck;
+        CLI::App* command =
+            m_app.add_subcommand("check", "Find what would surprise an application");
+        command->footer(checkFooter());
+        command->add_option("FILE", m_check.files, "The database files")->required()->type_name("");
+        command->add_flag("--all", "A line for each finding, rather than one for many");
+        addChoice<Severity>(
+            *command, "--fail-on", m_check.failOn,
+            {{"error", Severity::ERROR}, {"warning", Severity::WARNING}, {"note", Severity::NOTE}},
+            "From which severity on the status is 1; warning unless given");
+        addKinds(*command, "--ignore", m_check.ignored, "Leave findings of this kind out");
+        addKinds(*command, "--only", m_check.only, "Leave findings of all other kinds out");
+        addLanguages(*command);
+        command->callback([this, command] {
+            m_check.isGrouped = command->count("--all") == 0;
+            m_check.format = chosen<CheckFormat>({{"table", CheckFormat::LINES},
+                                                  {"json", CheckFormat::JSON},
+                                                  {"csv", CheckFormat::CSV},
+                                                  {"sarif", CheckFormat::SARIF}},
+                                                 m_format, "--format");
+            m_run = [request = m_check](Output& output) { return runCheck(request, output); };
         });
+    }
+
+    static void addKinds(CLI::App& app, const std::string& option, std::set<FindingKind>& kinds,
+                         const std::string& description)
+    {
+        const auto store = [&kinds, option](const std::vector<std::string>& names) {
+            for (const std::string& name : names) {
+                kinds.insert(kindFrom(name, option));
+            }
+        };
+        app.add_option_function<std::vector<std::string>>(option, store, description)
+            ->type_name("KIND")
+            ->allow_extra_args(false);
+    }
+
+    void addLanguages(CLI::App& app)
+    {
+        const std::string option = "--languages";
+        const auto store = [this, option](const std::string& list) {
+            std::istringstream numbers(list + ',');
+            for (std::string number; std::getline(numbers, number, ',');) {
+                m_check.languages.insert(numberFrom<std::uint16_t>(number, option));
+            }
+        };
+        app.add_option_function<std::string>(option, store,
+                                             "What every fault type should have a text in; the "
+                                             "languages of the file unless given")
+            ->type_name("N,N,...");
     }
 
     std::string textFor(const CLI::Success& success) const
@@ -230,8 +317,10 @@ private:
     CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
     std::string m_file;
     int m_debugLevel = 0;
-    Format m_format = Format::TABLE;
+    std::string m_format = "table";
     Command m_command;
+    std::function<ExitStatus(Output&)> m_run;
+    CheckRequest m_check;
     std::uint16_t m_code = 0;
     TextsFilter m_filter;
     Statement m_statement = Statement::INSERT;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "check/CheckFindings.h"
+#include "check/checkContents.h"
 #include "database/LibraryTable.h"
 #include "database/TableModel.h"
 #include "text/SqlText.h"
@@ -70,12 +70,12 @@ std::string script(const std::vector<Record>& records, Statement statement)
 
 void warnOfLosses(const Database& database, const std::vector<std::string>& tables)
 {
-    const Findings findings = findSurprises(database);
-    const auto losses = static_cast<std::size_t>(
-        std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
-            return finding.isLoss &&
-                   std::find(tables.begin(), tables.end(), finding.table) != tables.end();
-        }));
+    std::size_t losses = 0;
+    checkContents(database.file(), {}, [&](const Finding& finding) {
+        const bool isInScript =
+            std::find(tables.begin(), tables.end(), finding.table) != tables.end();
+        losses += isInScript && isLoss(finding) ? 1U : 0U;
+    });
     if (losses > 0) {
         printMessage(fmt::format(
             "warning: {}: the statements differ from the file in {}; zav check lists them",

@@ -7,19 +7,42 @@
 
 #include "DatabaseErrors.h"
 #include "deliveredNumber.h"
+#include "sqlite/hardening.h"
 
 namespace {
 
 constexpr int BUSY_TIMEOUT_MS = 5000;  // as the library waits
 
+CellType cellType(int sqliteType)
+{
+    switch (sqliteType) {
+    case SQLITE_INTEGER:
+        return CellType::INTEGER;
+    case SQLITE_FLOAT:
+        return CellType::REAL;
+    case SQLITE_TEXT:
+        return CellType::TEXT;
+    case SQLITE_BLOB:
+        return CellType::BLOB;
+    default:
+        return CellType::NONE;
+    }
+}
+
+std::string_view viewOf(const unsigned char* start, int size)
+{
+    const auto* bytes = static_cast<const char*>(static_cast<const void*>(start));
+    return start == nullptr ? std::string_view()
+                            : std::string_view(bytes, static_cast<std::size_t>(size));
+}
+
 /// The SQL function delivered(); where the library finds no number it delivers 0.
 void deliver(sqlite3_context* context, int /*count*/, sqlite3_value** arguments)
 {
-    const unsigned char* start = sqlite3_value_text(arguments[0]);
-    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]));
-    const RawCell cell = {start == nullptr, std::string(start, start + size)};
     const auto kind = static_cast<FieldKind>(sqlite3_value_int(arguments[1]));
-    const std::uint64_t number = deliveredNumber(cell.text(), kind).value_or(0);
+    const unsigned char* start = sqlite3_value_text(arguments[0]);
+    const RawCellView cell = {CellType::TEXT, viewOf(start, sqlite3_value_bytes(arguments[0]))};
+    const std::uint64_t number = deliveredNumber(std::string(cell.text()), kind).value_or(0);
     sqlite3_result_int64(context, static_cast<sqlite3_int64>(number));
 }
 
@@ -51,18 +74,22 @@ public:
         return code == SQLITE_ROW;
     }
 
-    int columnCount() const { return sqlite3_column_count(m_statement); }
-
-    std::string columnName(int index) const { return sqlite3_column_name(m_statement, index); }
-
-    RawCell cell(int index) const
+    /// Starts again, with a number in the place of ?1.
+    void restart(std::int64_t number)
     {
-        const unsigned char* text = sqlite3_column_text(m_statement, index);
-        if (text == nullptr) {
-            return {true, ""};
+        sqlite3_reset(m_statement);
+        sqlite3_bind_int64(m_statement, 1, number);
+    }
+
+    RawRow row() const { return RawRow(m_statement); }
+
+    std::vector<std::string> columnNames() const
+    {
+        std::vector<std::string> names;
+        for (int i = 0; i < sqlite3_column_count(m_statement); ++i) {
+            names.emplace_back(sqlite3_column_name(m_statement, i));
         }
-        const int size = sqlite3_column_bytes(m_statement, index);
-        return {false, std::string(text, text + size)};
+        return names;
     }
 
 private:
@@ -70,19 +97,35 @@ private:
     sqlite3_stmt* m_statement = nullptr;
 };
 
-RawDatabase::RawDatabase(const std::string& file) : m_file(file)
+int RawRow::columnCount() const
+{
+    return sqlite3_column_count(m_statement);
+}
+
+RawCellView RawRow::cell(int index) const
+{
+    const CellType type = cellType(sqlite3_column_type(m_statement, index));  // before it is a text
+    const unsigned char* start = sqlite3_column_text(m_statement, index);
+    return {type, viewOf(start, sqlite3_column_bytes(m_statement, index))};
+}
+
+RawDatabase::RawDatabase(const std::string& file)
 {
     // An absolute path is never taken as a URI, nor as a database in memory.
     const std::string path = std::filesystem::absolute(file).string();
     const int code =
         sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (code == SQLITE_OK) {
+        harden(m_db);
+        restrictToReading(m_db);
+    }
     sqlite3_busy_timeout(m_db, BUSY_TIMEOUT_MS);
     sqlite3_create_function(m_db, "delivered", 2, SQLITE_UTF8, nullptr, deliver, nullptr, nullptr);
     if (code != SQLITE_OK || sqlite3_exec(m_db, "BEGIN; SELECT count(*) FROM sqlite_master",
                                           nullptr, nullptr, nullptr) != SQLITE_OK) {
         const std::string reason = sqlite3_errmsg(m_db);
         sqlite3_close(m_db);
-        throw UnreadableFile(fmt::format("{}: cannot be read: {}", file, reason));
+        throw FailedQuery(reason);
     }
 }
 
@@ -91,25 +134,18 @@ RawDatabase::~RawDatabase()
     sqlite3_close(m_db);
 }
 
-std::optional<RawTable> RawDatabase::table(const std::string& name) const
+std::optional<std::vector<std::string>> RawDatabase::columnsOf(const std::string& table) const
 {
-    Statement select(*this, fmt::format(R"(SELECT * FROM "{}")", name));
-    if (!select.isValid()) {
-        return std::nullopt;
-    }
-    RawTable table;
-    table.columns.reserve(static_cast<std::size_t>(select.columnCount()));
-    for (int i = 0; i < select.columnCount(); ++i) {
-        table.columns.push_back(select.columnName(i));
-    }
-    while (select.step()) {
-        std::vector<RawCell>& row = table.rows.emplace_back();
-        row.reserve(table.columns.size());
-        for (int i = 0; i < select.columnCount(); ++i) {
-            row.push_back(select.cell(i));
-        }
-    }
-    return table;
+    const Statement select(*this, fmt::format(R"(SELECT * FROM "{}")", table));
+    return select.isValid() ? std::optional(select.columnNames()) : std::nullopt;
+}
+
+bool RawDatabase::isView(const std::string& table) const
+{
+    Statement select(*this, fmt::format("SELECT 1 FROM sqlite_master WHERE name='{}' COLLATE "
+                                        "NOCASE AND type IN('table','view') AND rootpage=0",
+                                        table));
+    return select.isValid() && select.step();
 }
 
 bool RawDatabase::accepts(const std::string& sql) const
@@ -117,15 +153,30 @@ bool RawDatabase::accepts(const std::string& sql) const
     return Statement(*this, sql).isValid();
 }
 
-std::vector<bool> RawDatabase::holds(const std::string& condition, const std::string& name) const
+void RawDatabase::read(const std::string& sql, const std::function<void(const RawRow&)>& take) const
 {
-    // With all columns, as for table(): by fewer, SQLite may read an index in another order.
-    Statement select(*this, fmt::format(R"(SELECT *, {} FROM "{}")", condition, name));
-    std::vector<bool> results;
-    while (select.isValid() && select.step()) {
-        results.push_back(select.cell(select.columnCount() - 1).bytes == "1");
+    Statement select(*this, sql);
+    if (!select.isValid()) {
+        fail();
     }
-    return results;
+    while (select.step()) {
+        take(select.row());
+    }
+}
+
+void RawDatabase::readFor(const std::vector<std::int64_t>& numbers, const std::string& sql,
+                          const std::function<void(std::int64_t, const RawRow&)>& take) const
+{
+    Statement select(*this, sql);
+    if (!select.isValid()) {
+        fail();
+    }
+    for (const std::int64_t number : numbers) {
+        select.restart(number);
+        while (select.step()) {
+            take(number, select.row());
+        }
+    }
 }
 
 bool RawDatabase::readsWholeTable(const std::string& query) const
@@ -133,7 +184,7 @@ bool RawDatabase::readsWholeTable(const std::string& query) const
     constexpr int DETAIL = 3;  // column of the plan
     Statement plan(*this, "EXPLAIN QUERY PLAN " + query);
     while (plan.isValid() && plan.step()) {
-        if (plan.cell(DETAIL).text().rfind("SCAN", 0) == 0) {
+        if (plan.row().cell(DETAIL).text().rfind("SCAN", 0) == 0) {
             return true;
         }
     }
@@ -142,5 +193,5 @@ bool RawDatabase::readsWholeTable(const std::string& query) const
 
 void RawDatabase::fail() const
 {
-    throw UnreadableFile(fmt::format("{}: cannot be read: {}", m_file, sqlite3_errmsg(m_db)));
+    throw FailedQuery(sqlite3_errmsg(m_db));
 }

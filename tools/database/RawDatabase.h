@@ -1,54 +1,70 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "RawCell.h"
+
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// A cell of the file in SQLite's text form, before the library has made anything of it.
-struct RawCell {
-    bool isNull;
-    std::string bytes;  ///< all of them, NUL bytes included
+/// The current row of a query.
+class RawRow {
+public:
+    explicit RawRow(sqlite3_stmt* statement) : m_statement(statement) {}
 
-    /// @return what reaches the library: texts end at their first NUL byte there.
-    std::string text() const { return bytes.substr(0, bytes.find('\0')); }
+    int columnCount() const;
+
+    /// @return what holds as long as the row is the current one.
+    RawCellView cell(int index) const;
+
+private:
+    sqlite3_stmt* m_statement;
 };
 
-/// A table of the file as `SELECT *` returns it.
-struct RawTable {
-    std::vector<std::string> columns;
-    std::vector<std::vector<RawCell>> rows;
-};
-
-/// A database file as SQLite sees it, opened read-only beside the library. All that is read shows
-/// one state of the file.
+/// A database file as SQLite sees it, opened read-only beside the library and hardened as by it.
+/// All that is read shows one state of the file.
 class RawDatabase {
 public:
-    /// @throws UnreadableFile
+    /// @throws FailedQuery if the file cannot be opened or its schema not be read.
     explicit RawDatabase(const std::string& file);
     ~RawDatabase();
     RawDatabase(const RawDatabase&) = delete;
     RawDatabase& operator=(const RawDatabase&) = delete;
 
-    /// @return nothing if there is no such table, or none that can be selected from.
-    /// @throws UnreadableFile
-    std::optional<RawTable> table(const std::string& name) const;
+    /// @return the names as `SELECT *` returns them; nothing if there is no such table or view, or
+    ///         none that can be selected from.
+    /// @throws FailedQuery
+    std::optional<std::vector<std::string>> columnsOf(const std::string& table) const;
+
+    /// @return whether what has the name of a table is none, but a view or a virtual table.
+    /// @throws FailedQuery
+    bool isView(const std::string& table) const;
 
     /// @return whether SQLite accepts the statement; nothing is run.
-    /// @throws UnreadableFile
+    /// @throws FailedQuery
     bool accepts(const std::string& sql) const;
 
-    /// @param condition  on a row, as SQL; delivered(column, kind) in it is the number that the
-    ///                   library delivers of the column in a field of that FieldKind.
-    /// @return for each row of a table, in the order of table(), whether the condition holds; empty
-    ///         if SQLite takes no such query.
-    /// @throws UnreadableFile
-    std::vector<bool> holds(const std::string& condition, const std::string& name) const;
+    /// Runs a query. In it, delivered(column, kind) is the number that the library delivers of the
+    /// column in a field of that FieldKind.
+    ///
+    /// @param take  called for each row in turn.
+    /// @throws FailedQuery, or what `take` throws
+    void read(const std::string& sql, const std::function<void(const RawRow&)>& take) const;
+
+    /// Runs a query once for each of many numbers.
+    ///
+    /// @param sql   with ?1 in the place of the number.
+    /// @param take  called for each row in turn, with the number that it is found by.
+    /// @throws FailedQuery, or what `take` throws
+    void readFor(const std::vector<std::int64_t>& numbers, const std::string& sql,
+                 const std::function<void(std::int64_t, const RawRow&)>& take) const;
 
     /// @return whether SQLite would read a table from end to end for the query.
-    /// @throws UnreadableFile
+    /// @throws FailedQuery
     bool readsWholeTable(const std::string& query) const;
 
 private:
@@ -56,6 +72,5 @@ private:
 
     [[noreturn]] void fail() const;
 
-    std::string m_file;
     sqlite3* m_db = nullptr;
 };

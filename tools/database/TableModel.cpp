@@ -55,9 +55,11 @@ std::string nameOf(const SqlTbl<Record>& table, const void* field)
 
 }  // namespace
 
-const TableModel::Column& TableModel::column(const std::string& columnName) const
+std::size_t TableModel::positionOf(const std::string& columnName) const
 {
-    return columnWhere(columns, [&](const Column& each) { return each.name == columnName; });
+    const Column& found =
+        columnWhere(columns, [&](const Column& each) { return each.name == columnName; });
+    return static_cast<std::size_t>(&found - columns.data());
 }
 
 std::string TableModel::lookupBy(const std::string& columnName, const std::string& value) const

@@ -24,8 +24,9 @@ struct TableModel {
     const Column& keyColumn() const { return columns.front(); }
     const Column& filterColumn() const { return columns[filterPosition]; }
 
+    /// @return the position of a column.
     /// @throws std::out_of_range if there is none.
-    const Column& column(const std::string& columnName) const;
+    std::size_t positionOf(const std::string& columnName) const;
 
     /// @return the query of the lookup.
     std::string lookupOf(const std::string& value) const

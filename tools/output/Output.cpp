@@ -30,6 +30,11 @@ void Output::printJson(const nlohmann::ordered_json& value)
     m_stream << renderJson(value);
 }
 
+void Output::printCsvLine(const std::vector<std::string>& fields)
+{
+    m_stream << renderCsvLine(fields, m_terminal);
+}
+
 void Output::finish()
 {
     if (!m_stream.flush()) {

@@ -3,6 +3,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "Table.h"
 #include "Terminal.h"
@@ -26,6 +27,8 @@ public:
     void printRecords(const Table& table);
 
     void printJson(const nlohmann::ordered_json& value);
+
+    void printCsvLine(const std::vector<std::string>& fields);
 
     /// Writes text as it is.
     void printText(const std::string& text) { m_stream << text; }

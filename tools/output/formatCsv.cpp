@@ -17,16 +17,6 @@ std::string quotedIfNeeded(const std::string& field)
     return '"' + doubled + '"';
 }
 
-std::string csvLine(const std::vector<std::string>& fields)
-{
-    std::string line;
-    for (const std::string& field : fields) {
-        line += quotedIfNeeded(field) + ',';
-    }
-    line.pop_back();
-    return line + LINE_END;
-}
-
 }  // namespace
 
 std::string renderCsv(const Table& table, const Terminal& terminal)
@@ -35,14 +25,23 @@ std::string renderCsv(const Table& table, const Terminal& terminal)
     for (const Table::Column& column : table.columns) {
         fields.push_back(column.name);
     }
-    std::string csv = csvLine(fields);
+    std::string csv = renderCsvLine(fields, terminal);
     for (const Table::Row& row : table.rows) {
         fields.clear();
         for (const Table::Cell& cell : row) {
-            const std::string text = cellText(cell);
-            fields.push_back(terminal.isTerminal ? printable(text) : text);
+            fields.push_back(cellText(cell));
         }
-        csv += csvLine(fields);
+        csv += renderCsvLine(fields, terminal);
     }
     return csv;
+}
+
+std::string renderCsvLine(const std::vector<std::string>& fields, const Terminal& terminal)
+{
+    std::string line;
+    for (const std::string& field : fields) {
+        line += quotedIfNeeded(terminal.isTerminal ? printable(field) : field) + ',';
+    }
+    line.pop_back();
+    return line + LINE_END;
 }

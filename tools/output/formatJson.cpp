@@ -1,11 +1,14 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "formats.h"
 #include "text/Utf8.h"
 
 namespace {
+
+constexpr std::size_t INDENT = 2;
 
 /// JSON asks only for the escape of the ASCII control characters below 0x20.
 std::string escapeControls(std::string_view json)
@@ -40,9 +43,25 @@ nlohmann::ordered_json toJson(const Table& table)
 
 std::string renderJson(const nlohmann::ordered_json& value)
 {
-    constexpr int INDENT = 2;
+    return jsonText(value, 0) + '\n';
+}
+
+std::string jsonText(const nlohmann::ordered_json& value, std::size_t depth)
+{
     constexpr bool ASCII_ONLY = false;
-    return escapeControls(value.dump(INDENT, ' ', ASCII_ONLY,
-                                     nlohmann::ordered_json::error_handler_t::replace)) +
-           '\n';
+    const std::string text =
+        escapeControls(value.dump(static_cast<int>(INDENT), ' ', ASCII_ONLY,
+                                  nlohmann::ordered_json::error_handler_t::replace));
+    std::string indented;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        indented += (start == 0 ? "" : jsonLineEnd(depth)) + text.substr(start, end - start);
+        start = end + 1;
+    }
+    return indented;
+}
+
+std::string jsonLineEnd(std::size_t depth)
+{
+    return '\n' + std::string(INDENT * depth, ' ');
 }

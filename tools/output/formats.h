@@ -2,6 +2,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <vector>
 
 #include "Table.h"
 #include "Terminal.h"
@@ -22,5 +23,14 @@ nlohmann::ordered_json toJson(const Table& table);
 /// are no UTF-8 replaced.
 std::string renderJson(const nlohmann::ordered_json& value);
 
+/// The same without a line end, as it stands inside of so many objects and arrays.
+std::string jsonText(const nlohmann::ordered_json& value, std::size_t depth);
+
+/// @return a line end with the indentation inside of so many objects and arrays.
+std::string jsonLineEnd(std::size_t depth);
+
 /// By RFC 4180, with a header. Bytes stay as they are, but for a terminal.
 std::string renderCsv(const Table& table, const Terminal& terminal);
+
+/// One line of it.
+std::string renderCsvLine(const std::vector<std::string>& fields, const Terminal& terminal);

@@ -22,6 +22,8 @@ bool isSafe(std::string_view text)
     return true;
 }
 
+}  // namespace
+
 std::string hexadecimal(const std::string& text)
 {
     std::string digits;
@@ -30,8 +32,6 @@ std::string hexadecimal(const std::string& text)
     }
     return digits;
 }
-
-}  // namespace
 
 std::string doubledQuotes(const std::string& text)
 {

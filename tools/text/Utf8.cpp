@@ -1,5 +1,7 @@
 #include "Utf8.h"
 
+#include <algorithm>
+
 namespace utf8 {
 namespace {
 
@@ -50,6 +52,18 @@ Character first(std::string_view text)
     return isForbidden(codePoint, length) ? INVALID : Character{codePoint, length, true};
 }
 
+Character last(std::string_view text)
+{
+    constexpr std::size_t LONGEST = 4;
+    for (std::size_t length = std::min(LONGEST, text.size()); length > 1; --length) {
+        const Character character = first(text.substr(text.size() - length));
+        if (character.valid && character.length == length) {
+            return character;
+        }
+    }
+    return first(text.substr(text.size() - 1));
+}
+
 bool isValid(std::string_view text)
 {
     while (!text.empty()) {
@@ -62,15 +76,26 @@ bool isValid(std::string_view text)
     return true;
 }
 
+bool isControlCode(char32_t codePoint)
+{
+    return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+}
+
+bool isSpace(char32_t codePoint)
+{
+    return codePoint == U' ' || (codePoint >= 0x09 && codePoint <= 0x0D) || codePoint == 0x85 ||
+           codePoint == 0xA0 || codePoint == 0x1680 ||
+           (codePoint >= 0x2000 && codePoint <= 0x200A) || codePoint == 0x2028 ||
+           codePoint == 0x2029 || codePoint == 0x202F || codePoint == 0x205F || codePoint == 0x3000;
+}
+
 bool isControl(char32_t codePoint)
 {
-    const bool isAsciiControl = codePoint < 0x20 || codePoint == 0x7F;
-    const bool isLatinControl = codePoint >= 0x80 && codePoint < 0xA0;
     const bool isSeparator = codePoint == 0x2028 || codePoint == 0x2029;
     const bool turnsDirection = codePoint == 0x200E || codePoint == 0x200F || codePoint == 0x61C ||
                                 (codePoint >= 0x202A && codePoint <= 0x202E) ||
                                 (codePoint >= 0x2066 && codePoint <= 0x2069);
-    return isAsciiControl || isLatinControl || isSeparator || turnsDirection;
+    return isControlCode(codePoint) || isSeparator || turnsDirection;
 }
 
 }  // namespace utf8

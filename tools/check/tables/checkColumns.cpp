@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <sqlite3.h>
 
 #include <algorithm>
-
-#include "database/rawRows.h"
 
 namespace {
 
@@ -18,6 +17,12 @@ Names namesOf(const TableModel& model)
         names.push_back(column.name);
     }
     return names;
+}
+
+/// @return whether names are the same to SQLite, which does not tell a from A.
+bool isSameName(const std::string& one, const std::string& other)
+{
+    return sqlite3_stricmp(one.c_str(), other.c_str()) == 0;
 }
 
 bool contains(const Names& names, const std::string& name)
@@ -62,45 +67,41 @@ std::string unfilled(const TableModel::Column& column)
                : "the number last read (at first 0) in every record";
 }
 
+Finding columnFinding(FindingKind kind, const TableModel& model, const std::string& column,
+                      const std::string& what)
+{
+    Finding found(kind);
+    found.table = model.name;
+    found.column = column;
+    found.what = what;
+    return found;
+}
+
 Finding missingColumn(const TableModel& model, const TableModel::Column& column)
 {
     const bool isFilter = column.name == model.filterColumn().name;
-    return {"missing-column",
-            model.name,
-            "",
-            column.name,
-            "",
-            unfilled(column) + (isFilter ? "; " + model.lookup + " fails" : ""),
-            column.isKey || isFilter ? tableAnew(model)
-                                     : fmt::format(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
-                                                   model.name, column.name, column.sqlType),
-            true};
+    return columnFinding(FindingKind::MISSING_COLUMN, model, column.name,
+                         fmt::format("there is {}{}; {}", unfilled(column),
+                                     isFilter ? ", and " + model.lookup + " fails" : "",
+                                     column.isKey || isFilter
+                                         ? tableAnew(model)
+                                         : fmt::format(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
+                                                       model.name, column.name, column.sqlType)));
 }
 
 Finding otherLetters(const TableModel& model, const TableModel::Column& column,
                      const std::string& name)
 {
-    return {"letter-case",
-            model.name,
-            "",
-            name,
-            "",
-            fmt::format(R"({}: the library looks for "{}")", unfilled(column), column.name),
-            fmt::format(R"(ALTER TABLE "{}" RENAME COLUMN "{}" TO "{}";)", model.name, name,
-                        column.name),
-            true};
+    return columnFinding(FindingKind::LETTER_CASE, model, name,
+                         fmt::format(R"(the library looks for "{0}", so there is {1}; )"
+                                     R"(ALTER TABLE "{2}" RENAME COLUMN "{3}" TO "{0}";)",
+                                     column.name, unfilled(column), model.name, name));
 }
 
 Finding extraColumn(const TableModel& model, const std::string& name)
 {
-    return {"extra-column",
-            model.name,
-            "",
-            name,
-            "",
-            "nothing: the library skips it",
-            "keep it only if another program needs it",
-            true};
+    return columnFinding(FindingKind::EXTRA_COLUMN, model, name,
+                         "the library skips it; keep it only if another program needs it");
 }
 
 /// What the lookup does once a query has put the columns into the file's order.
@@ -109,7 +110,7 @@ std::string lookupLater(const RawDatabase& database, const TableModel& model, co
     const std::string filter =
         model.filterPosition < names.size() ? names[model.filterPosition] : "";
     if (isSameName(filter, model.filterColumn().name)) {
-        return "every field right; no lookup changes";
+        return "no lookup changes";
     }
     return database.accepts(model.lookupBy(filter, "0"))
                ? fmt::format(R"(once a query has returned rows, {} finds by "{}" instead of "{}")",
@@ -131,35 +132,33 @@ bool isOtherOrder(const TableModel& model, const Names& names)
 
 Finding otherOrder(const RawDatabase& database, const TableModel& model, const Names& names)
 {
-    return {"column-order",
-            model.name,
-            "",
-            "",
-            fmt::format("{}", fmt::join(names, ", ")),
-            lookupLater(database, model, names),
-            tableAnew(model),
-            false};
+    Finding found =
+        columnFinding(FindingKind::COLUMN_ORDER, model, "",
+                      fmt::format("the columns stand in another order: {}; {}",
+                                  lookupLater(database, model, names), tableAnew(model)));
+    found.value = RawCell::ofText(fmt::format("{}", fmt::join(names, ", ")));
+    return found;
 }
 
 }  // namespace
 
-void checkColumns(const RawDatabase& database, const TableModel& model, const RawTable& table,
-                  Findings& findings)
+void checkColumns(const RawDatabase& database, const TableModel& model, const Names& names,
+                  const FindingSink& sink)
 {
     for (const TableModel::Column& column : model.columns) {
-        const std::string similar = similarName(table.columns, column.name);
+        const std::string similar = similarName(names, column.name);
         if (similar.empty()) {
-            findings.push_back(missingColumn(model, column));
-        } else if (!contains(table.columns, column.name)) {
-            findings.push_back(otherLetters(model, column, similar));
+            sink(missingColumn(model, column));
+        } else if (!contains(names, column.name)) {
+            sink(otherLetters(model, column, similar));
         }
     }
-    for (const std::string& name : table.columns) {
+    for (const std::string& name : names) {
         if (similarName(namesOf(model), name).empty()) {
-            findings.push_back(extraColumn(model, name));
+            sink(extraColumn(model, name));
         }
     }
-    if (isOtherOrder(model, table.columns)) {
-        findings.push_back(otherOrder(database, model, table.columns));
+    if (isOtherOrder(model, names)) {
+        sink(otherOrder(database, model, names));
     }
 }
