@@ -127,7 +127,7 @@ Finding missingIndex(const TableModel& model)
     found.table = model.name;
     found.column = column;
     found.what = fmt::format(
-        "{} reads the whole table; "
+        "{0} reads the whole table; "
         R"(CREATE INDEX "{1}_{2}" ON "{1}" ("{2}");)",
         model.lookup, model.name, column);
     return found;

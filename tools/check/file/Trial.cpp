@@ -40,7 +40,9 @@ std::chrono::seconds mostTime(std::uintmax_t fileSize)
 /// Runs the queries that are not of an ordinary table as the library does: it may refuse a view, or
 /// end it, that SQLite alone would go on with. Opening the file lets the library deal with the
 /// journal of a writer that died, as it will on the device.
-void readByLibrary(const std::string& file, const Writer& write)
+///
+/// @return whether it can read them.
+bool readByLibrary(const std::string& file, const Writer& write)
 {
     const LibrarySilence silence;
     std::string table;
@@ -58,10 +60,12 @@ void readByLibrary(const std::string& file, const Writer& write)
     } catch (const UnreadableFile&) {
         if (!table.empty()) {
             report(write, LIBRARY_FAILS, table);
+            return false;
         }
     } catch (const FailedQuery&) {
-        return;  // comes again, and is reported, without the library
+        return true;  // comes again, and is reported, without the library
     }
+    return true;
 }
 
 void touchCells(const RawRow& row)
@@ -97,7 +101,9 @@ void readBySqlite(const std::string& file, std::uintmax_t size, const Writer& wr
 
 void readInEveryWay(const std::string& file, std::uintmax_t size, const Writer& write)
 {
-    readByLibrary(file, write);
+    if (!readByLibrary(file, write)) {
+        return;
+    }
     try {
         readBySqlite(file, size, write);
     } catch (const FailedQuery& failure) {
@@ -177,6 +183,7 @@ void Trial::take(const std::string& report)
         break;
     case LIBRARY_FAILS:
         add(failingView(words));
+        m_isSafe = false;
         break;
     case LOOKUP_DIFFERS:
         add(differentLookup(words));
