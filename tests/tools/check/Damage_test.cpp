@@ -265,10 +265,10 @@ TEST(Damaged, IsATableThatCannotBeReadToItsEnd)
     damaged[(pages.back() - 1) * PAGE_SIZE] = 0;
     setContents(file, damaged);
     const CommandResult result = zav.run("check --all " + file);
-    EXPECT_NE(result.output.find(
-                  "descriptions: error: \"database disk image is malformed\": the table cannot be "
-                  "read to its end; make the file anew from its source [damaged]\n"),
-              std::string::npos)
+    EXPECT_NE(
+        result.output.find("descriptions: error: \"database disk image is malformed\": cannot be "
+                           "read to its end; make the file anew from its source [damaged]\n"),
+        std::string::npos)
         << result.output;
     EXPECT_EQ(result.output.find("missing-text"), std::string::npos) << result.output;
 }

@@ -85,30 +85,37 @@ void readWhole(const RawDatabase& database, const std::string& table)
     }
 }
 
-void readBySqlite(const std::string& file, std::uintmax_t size, const Writer& write)
+/// @throws FailedQuery
+void readBySqlite(const RawDatabase& database, const std::string& file, const Writer& write)
 {
-    const RawDatabase database(file);
-    integrityCheck(file, size, [&](const std::string& words) { report(write, IS_DAMAGED, words); });
+    integrityCheck(file, [&](const std::string& words) { report(write, IS_DAMAGED, words); });
     readWhole(database, faultTypeModel().name);
     readWhole(database, descriptionsModel().name);
-    try {
-        compareLookups(database, descriptionsModel(),
-                       [&](const std::string& code) { report(write, LOOKUP_DIFFERS, code); });
-    } catch (const FailedQuery& failure) {
-        report(write, IS_DAMAGED, failure.what());
-    }
+    compareLookups(database, descriptionsModel(),
+                   [&](const std::string& code) { report(write, LOOKUP_DIFFERS, code); });
 }
 
-void readInEveryWay(const std::string& file, std::uintmax_t size, const Writer& write)
+void readInEveryWay(const std::string& file, const Writer& write)
 {
     if (!readByLibrary(file, write)) {
         return;
     }
+    char failing = CANNOT_BE_READ;
     try {
-        readBySqlite(file, size, write);
+        const RawDatabase database(file);
+        failing = IS_DAMAGED;
+        readBySqlite(database, file, write);
     } catch (const FailedQuery& failure) {
-        report(write, CANNOT_BE_READ, failure.what());
+        report(write, failing, failure.what());
     }
+}
+
+/// Enough for the page cache and for a few values, none of which is longer than the file; but not
+/// for what a file computes to do harm.
+void limitMemory(std::uintmax_t fileSize)
+{
+    constexpr std::uintmax_t LEAST = 128 * 1024 * 1024;
+    sqlite3_hard_heap_limit64(static_cast<sqlite3_int64>(LEAST + 4 * fileSize));
 }
 
 Finding damaged(const std::string& what)
@@ -156,9 +163,10 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
         add(unreadable("the file is empty"));
         return;
     }
+    limitMemory(size);  // here, too: what fails there for want of memory must not succeed here
     const std::chrono::seconds most = mostTime(size);
-    const ProcessResult result = runBounded(
-        [&](const Writer& write) { readInEveryWay(file, size, write); }, most, onProgress);
+    const ProcessResult result =
+        runBounded([&](const Writer& write) { readInEveryWay(file, write); }, most, onProgress);
     m_isSafe = result.end == ProcessResult::End::DONE;
     for (std::size_t start = 0; start < result.output.size();) {
         const std::size_t end = std::min(result.output.find(END, start), result.output.size());
@@ -202,7 +210,7 @@ Finding unreadable(const std::string& words)
 
 Finding failedRead(const std::string& table, const std::string& words)
 {
-    Finding found = damaged("the table cannot be read to its end");
+    Finding found = damaged("cannot be read to its end");
     found.table = table;
     found.value = RawCell::ofText(words);
     return found;
