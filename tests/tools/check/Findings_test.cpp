@@ -219,7 +219,7 @@ const Case CASES[] = {
      "descriptions id=1, id_language: note: NULL: reads as 0, for what is not known; "
      "write the number once it is [null]\n"},
     {"NullText", "UPDATE descriptions SET remedy=NULL",
-     "descriptions id=1, remedy: note: NULL: reads as \"n/a\", for what is not known; "
+     "descriptions id=1, remedy: note: NULL: reads as \"n/a\", for what is not known or not there; "
      "write '' to show nothing [null]\n"},
     {"TextThatSaysNull", "UPDATE descriptions SET remedy='NULL'", ""},
     {"TextWithNul", "UPDATE descriptions SET remedy='ab' || char(0) || 'c'",
@@ -430,9 +430,9 @@ const Case CASES[] = {
     {"SameTextWithANull",
      "UPDATE descriptions SET short_description=NULL;" + translation("'n'", "NULL", "'d'"),
      "descriptions id=1, short_description: note: NULL: reads as \"n/a\", for what is "
-     "not known; write '' to show nothing [null]\n"
+     "not known or not there; write '' to show nothing [null]\n"
      "descriptions id=2, short_description: note: NULL: reads as \"n/a\", for what is "
-     "not known; write '' to show nothing [null]\n"},
+     "not known or not there; write '' to show nothing [null]\n"},
     {"PlaceholderMissing", remedies("wait %d s", "warten"),
      "descriptions id=2, remedy: warning: \"warten\": has no placeholder, but language "
      "1 has %d; use the same [placeholder-mismatch]\n"},

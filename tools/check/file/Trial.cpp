@@ -33,7 +33,7 @@ void report(const Writer& write, char about, const std::string& words)
 /// Ten times what a slow device takes.
 std::chrono::seconds mostTime(std::uintmax_t fileSize)
 {
-    constexpr std::uintmax_t BYTES_PER_SECOND = 1024 * 1024;
+    constexpr std::uintmax_t BYTES_PER_SECOND = 1U << 20U;
     return std::chrono::seconds(10 + fileSize / BYTES_PER_SECOND);
 }
 
@@ -114,8 +114,8 @@ void readInEveryWay(const std::string& file, const Writer& write)
 /// for what a file computes to do harm.
 void limitMemory(std::uintmax_t fileSize)
 {
-    constexpr std::uintmax_t LEAST = 128 * 1024 * 1024;
-    sqlite3_hard_heap_limit64(static_cast<sqlite3_int64>(LEAST + 4 * fileSize));
+    constexpr sqlite3_int64 LEAST = 128U << 20U;
+    sqlite3_hard_heap_limit64(LEAST + 4 * static_cast<sqlite3_int64>(fileSize));
 }
 
 Finding damaged(const std::string& what)
