@@ -1,26 +1,19 @@
 #include <exception>
 
-#include "CommandLine.h"
-#include "LibraryLines.h"
-#include "TextWidth.h"
-#include "message.h"
+#include "commands/CommandLine.h"
+#include "database/DatabaseErrors.h"
+#include "database/LibraryLines.h"
+#include "text/TextWidth.h"
+#include "text/message.h"
 
 namespace {
 
 ExitStatus run(int argc, char** argv, std::ostream& results)
 {
-    Request request;
+    const Request request = parseCommandLine(argc, argv);
     Output output(results, standardOutput());
-    try {
-        request = parseCommandLine(argc, argv);
-    } catch (const TextRequest& wanted) {
-        output.printText(wanted.what());
-        output.finish();
-        return ExitStatus::DONE;
-    }
     output.setFormat(request.format);
-    Database database(request.file, request.debugLevel);
-    const ExitStatus status = request.command(database, output);
+    const ExitStatus status = request.run(output);
     output.finish();
     return status;
 }

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "../sqlite/logLine.h"
+#include "tables.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ Sqlite3Db DescriptionDb::sqliteDb(static_cast<std::uint32_t>(m_Debug));
 DescriptionDb* DescriptionDb::m_pInstance = nullptr;
 
 DescriptionDb::DescriptionDb()
-    : m_faultTypeDefTbl("fault_type_definition"), m_descriptionsTbl("descriptions")
+    : m_faultTypeDefTbl(tables::FAULT_TYPE_DEFINITION), m_descriptionsTbl(tables::DESCRIPTIONS)
 {
 }
 
@@ -96,7 +97,7 @@ int DescriptionDb::getFaultTypeDef(unsigned short faultCode, FaultTypeDef& fault
 {
     std::ostringstream query;
     query << selectAll(m_faultTypeDefTbl) << " WHERE " << columnName(m_faultTypeDefTbl, 0)
-          << " LIKE " << static_cast<unsigned long>(faultCode);
+          << tables::COMPARES_CODE << static_cast<unsigned long>(faultCode);
     std::vector<FaultTypeDef> found;
     const int count = sqliteDb.getTbl(query.str(), found, &m_faultTypeDefTbl);
     if (count != 1) {
@@ -115,7 +116,7 @@ int DescriptionDb::getDescriptionsByFC(unsigned int faultCode,
                                        std::vector<Descriptions>& descriptions)
 {
     std::ostringstream query;
-    query << selectAll(m_descriptionsTbl) << " WHERE " << columnName(m_descriptionsTbl, 1) << "="
-          << std::dec << static_cast<unsigned long>(faultCode);
+    query << selectAll(m_descriptionsTbl) << " WHERE " << columnName(m_descriptionsTbl, 1)
+          << tables::COMPARES_FAULT_TYPE << std::dec << static_cast<unsigned long>(faultCode);
     return sqliteDb.getTbl(query.str(), descriptions, &m_descriptionsTbl);
 }

@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
-#include "ZavCommand.h"
+#include "tools/ZavCommand.h"
 
 namespace {
 
@@ -16,8 +17,8 @@ const std::string COMPLETION = "'" ZAV_SOURCE_DIR "/tools/completion/zav'";
 std::string offered(const ZavCommand& zav, const std::string& line)
 {
     return zav
-        .shell("bash -c '. \"$0\"; cd " + zav.file("") + "; COMP_WORDS=(" + line +
-               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
+        .shell("bash -c 'zav() { $ZAV \"$@\"; }; . \"$0\"; cd " + zav.file("") + "; COMP_WORDS=(" +
+               line + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
                COMPLETION)
         .output;
 }
@@ -37,6 +38,11 @@ TEST(Completion, OffersWhatFits)
         {"zav faults fau", "faults.db"},
         {"zav texts --l", "--language"},
         {"zav texts --language \"\"", ""},
+        {"zav check --format s", "sarif"},
+        {"zav check --fail-on \"\"", "error warning note"},
+        {"zav check --i", "--ignore"},
+        {"zav check --ignore dup", "duplicate-code duplicate-id duplicate-text duplicate-alias"},
+        {"zav check --languages \"\"", ""},
         {"zav sql faults.db up", "update"},
         {"zav sql faults.db insert --table d", "descriptions"},
         {"zav sql faults.db insert --f", ""},
@@ -60,10 +66,10 @@ TEST(Manual, IsWellFormed)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(
-        zav.shell("{ zav --help; zav texts --help; zav sql --help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                  " | sed 's/-h,//'")
-            .output);
+    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                                       "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                                       " | sed 's/-h,//'")
+                                 .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {
@@ -110,20 +116,43 @@ TEST(Manual, CopiesAFileAsItSays)
     EXPECT_EQ(result.errors, "");
 }
 
-TEST(Manual, NamesAllFindings)
+/// The kinds of finding with their severities and explanations.
+TEST(Manual, ListsTheKindsAsTheHelpDoes)
 {
     const ZavCommand zav;
-    std::istringstream kinds(
-        zav.shell("grep -ohE '\"[a-z0-9]+-[a-z0-9]+\"|\"(null|quote)\"' '" ZAV_SOURCE_DIR
-                  "/tools'/check*.cpp '" ZAV_SOURCE_DIR "/tools/CheckFindings.cpp' | tr -d '\"'"
-                  " | sort -u")
-            .output);
-    const std::string manual = contentOf(MANUAL_FILE);
-    int count = 0;
-    for (std::string kind; kinds >> kind; ++count) {
-        EXPECT_NE(manual.find(kind), std::string::npos) << kind;
+    const std::string help =
+        zav.shell(
+               "zav check --help | sed -nE 's/^  ([a-z0-9-]+) +(error|warning|note) +(.*)/"
+               "\\1 \\2 \\3./p'")
+            .output;
+    const std::string manual =
+        zav.shell(
+               "sed -nE '/^\\.It Cm [a-z0-9-]+ Pq (error|warning|note)$/{N;"
+               "s/^.It Cm ([a-z0-9-]+) Pq (error|warning|note).(.*)/\\1 \\2 \\3/;p}' " +
+               MANUAL)
+            .output;
+    EXPECT_EQ(manual, help);
+    EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 31);
+}
+
+/// A room may use those that come after it, and text alone is used by all.
+TEST(Rooms, IncludeOneWayOnly)
+{
+    const ZavCommand zav;
+    struct Room {
+        std::string name;
+        std::string others;  ///< that it must not use
+    };
+    const Room rooms[] = {{"check", "commands|output"},
+                          {"output", "commands|check"},
+                          {"database", "commands|check|output"},
+                          {"text", "commands|check|output|database"}};
+    for (const Room& room : rooms) {
+        const CommandResult found = zav.shell("grep -rnE '#include \"(" + room.others +
+                                              ")/' '" ZAV_SOURCE_DIR "/tools/" + room.name + "'");
+        EXPECT_EQ(found.output, "");
+        EXPECT_EQ(found.status, 1);
     }
-    EXPECT_GT(count, 15);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "ZavCommand.h"
+#include "tools/ZavCommand.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

@@ -1,9 +1,0 @@
-#include "FaultsCommand.h"
-
-#include "recordTables.h"
-
-ExitStatus runFaults(Database& database, Output& output)
-{
-    output.print(tableOf(database.faultTypes()));
-    return ExitStatus::DONE;
-}

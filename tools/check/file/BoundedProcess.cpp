@@ -1,0 +1,114 @@
+#include "BoundedProcess.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <system_error>
+
+namespace {
+
+[[noreturn]] void fail(const char* what)
+{
+    throw std::system_error(errno, std::generic_category(), what);
+}
+
+void limit(std::chrono::seconds most)
+{
+    const auto seconds = static_cast<rlim_t>(most.count());
+    const rlimit time = {seconds, seconds + 1};
+    const rlimit noCore = {0, 0};
+    setrlimit(RLIMIT_CPU, &time);
+    setrlimit(RLIMIT_CORE, &noCore);
+}
+
+void writeAll(int descriptor, const std::string& text)
+{
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
+        if (count < 0 && errno != EINTR) {
+            fail("write");
+        }
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+}
+
+[[noreturn]] void runCopy(const std::function<void(const Writer&)>& work, int descriptor)
+{
+    int status = EXIT_SUCCESS;
+    try {
+        work([descriptor](const std::string& text) { writeAll(descriptor, text); });
+    } catch (const std::exception&) {
+        status = EXIT_FAILURE;
+    }
+    std::exit(status);
+}
+
+/// Reads until the other end is closed.
+std::string readAll(int descriptor, const std::function<void()>& onWait)
+{
+    constexpr int WAIT_MS = 100;
+    std::string text;
+    std::array<char, 4096> buffer = {};
+    for (ssize_t count = 1; count != 0;) {
+        pollfd waiting = {descriptor, POLLIN, 0};
+        onWait();
+        if (poll(&waiting, 1, WAIT_MS) <= 0) {
+            continue;
+        }
+        count = read(descriptor, buffer.data(), buffer.size());
+        if (count < 0 && errno != EINTR) {
+            fail("read");
+        }
+        text.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return text;
+}
+
+ProcessResult::End endOf(pid_t process)
+{
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS) {
+        return ProcessResult::End::DONE;
+    }
+    const bool isLimit =
+        WIFSIGNALED(status) && (WTERMSIG(status) == SIGXCPU || WTERMSIG(status) == SIGKILL);
+    return isLimit ? ProcessResult::End::OUT_OF_TIME : ProcessResult::End::CRASHED;
+}
+
+}  // namespace
+
+ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::chrono::seconds most,
+                         const std::function<void()>& onWait)
+{
+    std::array<int, 2> ends = {};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        fail("pipe");
+    }
+    std::fflush(nullptr);  // or the copy would write what waits here a second time
+    const pid_t process = fork();
+    if (process < 0) {
+        fail("fork");
+    }
+    if (process == 0) {
+        close(ends[0]);
+        limit(most);
+        runCopy(work, ends[1]);
+    }
+    close(ends[1]);
+    ProcessResult result = {ProcessResult::End::DONE, readAll(ends[0], onWait)};
+    close(ends[0]);
+    result.end = endOf(process);
+    return result;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+/// How a process has ended, and what it has written.
+struct ProcessResult {
+    enum class End { DONE, OUT_OF_TIME, CRASHED };
+
+    End end;
+    std::string output;
+};
+
+using Writer = std::function<void(const std::string&)>;
+
+/// Does work in a process of its own, a copy of this one, which ends with the work. Whatever the
+/// work meets, this process goes on: it is what a file made to do harm can neither crash nor keep
+/// busy.
+///
+/// @param work    writes its result. No database may be open: SQLite's locks do not pass to a copy.
+/// @param most    of the processor's time.
+/// @param onWait  called ten times a second meanwhile.
+/// @throws std::system_error if there can be no further process.
+ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::chrono::seconds most,
+                         const std::function<void()>& onWait);

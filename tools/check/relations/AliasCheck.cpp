@@ -1,0 +1,21 @@
+#include "AliasCheck.h"
+
+#include <fmt/format.h>
+
+AliasCheck::AliasCheck(const TableModel& faultTypes, const FindingSink& sink)
+    : m_sink(sink), m_column(faultTypes.positionOf(faultTypeColumns().alias))
+{
+}
+
+void AliasCheck::read(const TableRow& row)
+{
+    const std::optional<RawCellView> alias = row.cell(m_column);
+    if (!alias || alias->isNull() || alias->bytes.empty()) {
+        return;
+    }
+    const auto [first, isNew] = m_firstRows.emplace(alias->bytes, row.ref().label);
+    if (!isNew) {
+        m_sink(row.finding(FindingKind::DUPLICATE_ALIAS, m_column,
+                           fmt::format("the alias of {}, too; give each its own", first->second)));
+    }
+}

@@ -1,7 +1,0 @@
-#pragma once
-
-#include "Finding.h"
-#include "Journals.h"
-
-/// Finds what makes a file unfit for being shipped alone, or for a place that cannot be written.
-void checkJournals(const Journals& journals, Findings& findings);

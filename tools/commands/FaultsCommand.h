@@ -1,0 +1,8 @@
+#pragma once
+
+#include "ExitStatus.h"
+#include "database/Database.h"
+#include "output/Output.h"
+
+/// zav faults: every fault type.
+ExitStatus runFaults(Database& database, Output& output);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "FindingWriter.h"
+#include "output/JsonList.h"
+
+/// Writes findings as SARIF 2.1.0, the form that CI systems read.
+class SarifWriter : public FindingWriter {
+public:
+    /// @param files  all that will be written about.
+    SarifWriter(Output& output, const std::vector<std::string>& files);
+
+    void begin() override;
+    void beginFile(const std::string& file) override;
+    void add(const Finding& finding) override;
+    void end() override;
+
+private:
+    Output& m_output;
+    const std::vector<std::string> m_files;
+    JsonList m_results;
+    std::size_t m_startedFiles = 0;
+    std::string m_file;
+};

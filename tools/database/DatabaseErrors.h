@@ -1,0 +1,22 @@
+#pragma once
+
+#include <stdexcept>
+
+/// The file could not be opened, or a query failed. The text is complete but for the program's
+/// name.
+class UnreadableFile : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A query of a file that could be opened failed. The text is SQLite's alone.
+class FailedQuery : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Several rows answer a lookup that delivers one.
+class AmbiguousCode : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};

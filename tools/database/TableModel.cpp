@@ -1,0 +1,96 @@
+#include "TableModel.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "LibraryTable.h"
+
+namespace {
+
+template <class Record>
+FieldKind kindOf(const typename SqlTbl<Record>::column_t& column)
+{
+    switch (column.valueType) {
+    case SqlTbl<Record>::VALUE_TYPE_UINT16:
+        return FieldKind::NUMBER_16;
+    case SqlTbl<Record>::VALUE_TYPE_UINT32:
+        return FieldKind::NUMBER_32;
+    default:
+        return FieldKind::TEXT;
+    }
+}
+
+template <class Record>
+std::vector<TableModel::Column> columnsOf(const SqlTbl<Record>& table)
+{
+    std::vector<TableModel::Column> columns;
+    for (const auto& column : table.columns) {
+        columns.push_back({column.name, column.sqlType, kindOf<Record>(column),
+                           sqlTblUtil::isKey(column.sqlType)});
+    }
+    return columns;
+}
+
+/// @throws std::out_of_range if no column matches.
+template <class Columns, class Predicate>
+const auto& columnWhere(const Columns& columns, const Predicate& matches)
+{
+    const auto found = std::find_if(columns.begin(), columns.end(), matches);
+    if (found == columns.end()) {
+        throw std::out_of_range("no such column");
+    }
+    return *found;
+}
+
+/// @return the name of the column that is bound to a field of the table's record.
+template <class Record>
+std::string nameOf(const SqlTbl<Record>& table, const void* field)
+{
+    return columnWhere(table.columns,
+                       [field](const auto& column) { return column.pValue == field; })
+        .name;
+}
+
+}  // namespace
+
+std::size_t TableModel::positionOf(const std::string& columnName) const
+{
+    const Column& found =
+        columnWhere(columns, [&](const Column& each) { return each.name == columnName; });
+    return static_cast<std::size_t>(&found - columns.data());
+}
+
+std::string TableModel::lookupBy(const std::string& columnName, const std::string& value) const
+{
+    return fmt::format(R"(SELECT * FROM "{}" WHERE {}{}{})", name, columnName, comparison, value);
+}
+
+TableModel faultTypeModel()
+{
+    const LibraryTable<FaultTypeDef> table;
+    return {table.tableName, columnsOf(table), "getFaultTypeDef()", tables::COMPARES_CODE, 0};
+}
+
+TableModel descriptionsModel()
+{
+    const LibraryTable<Descriptions> table;
+    return {table.tableName, columnsOf(table), "getDescriptionsByFC()", tables::COMPARES_FAULT_TYPE,
+            1};
+}
+
+FaultTypeColumns faultTypeColumns()
+{
+    const LibraryTable<FaultTypeDef> table;
+    return {nameOf(table, &table.record.code), nameOf(table, &table.record.alias),
+            nameOf(table, &table.record.type)};
+}
+
+DescriptionsColumns descriptionsColumns()
+{
+    const LibraryTable<Descriptions> table;
+    return {nameOf(table, &table.record.id_fault_type), nameOf(table, &table.record.id_language),
+            nameOf(table, &table.record.name), nameOf(table, &table.record.short_description),
+            nameOf(table, &table.record.description)};
+}

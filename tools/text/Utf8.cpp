@@ -1,0 +1,101 @@
+#include "Utf8.h"
+
+#include <algorithm>
+
+namespace utf8 {
+namespace {
+
+constexpr Character INVALID = {U'\uFFFD', 1, false};
+
+unsigned byteAt(std::string_view text, std::size_t position)
+{
+    return static_cast<unsigned char>(text[position]);
+}
+
+std::size_t lengthByFirstByte(unsigned byte)
+{
+    if (byte < 0x80) {
+        return 1;
+    }
+    if (byte >= 0xC2 && byte < 0xE0) {
+        return 2;
+    }
+    if (byte >= 0xE0 && byte < 0xF0) {
+        return 3;
+    }
+    return byte >= 0xF0 && byte < 0xF5 ? 4 : 0;
+}
+
+/// A character written longer than needed, half of a UTF-16 pair, or past the last code point.
+bool isForbidden(char32_t codePoint, std::size_t length)
+{
+    constexpr char32_t SMALLEST[] = {0, 0, 0x80, 0x800, 0x10000};
+    return codePoint < SMALLEST[length] || (codePoint >= 0xD800 && codePoint < 0xE000) ||
+           codePoint > 0x10FFFF;
+}
+
+}  // namespace
+
+Character first(std::string_view text)
+{
+    const std::size_t length = lengthByFirstByte(byteAt(text, 0));
+    if (length == 0 || length > text.size()) {
+        return INVALID;
+    }
+    char32_t codePoint = length == 1 ? byteAt(text, 0) : byteAt(text, 0) & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byteAt(text, i) & 0xC0U) != 0x80) {
+            return INVALID;
+        }
+        codePoint = codePoint << 6U | (byteAt(text, i) & 0x3FU);
+    }
+    return isForbidden(codePoint, length) ? INVALID : Character{codePoint, length, true};
+}
+
+Character last(std::string_view text)
+{
+    constexpr std::size_t LONGEST = 4;
+    for (std::size_t length = std::min(LONGEST, text.size()); length > 1; --length) {
+        const Character character = first(text.substr(text.size() - length));
+        if (character.valid && character.length == length) {
+            return character;
+        }
+    }
+    return first(text.substr(text.size() - 1));
+}
+
+bool isValid(std::string_view text)
+{
+    while (!text.empty()) {
+        const Character character = first(text);
+        if (!character.valid) {
+            return false;
+        }
+        text.remove_prefix(character.length);
+    }
+    return true;
+}
+
+bool isControlCode(char32_t codePoint)
+{
+    return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+}
+
+bool isSpace(char32_t codePoint)
+{
+    return codePoint == U' ' || (codePoint >= 0x09 && codePoint <= 0x0D) || codePoint == 0x85 ||
+           codePoint == 0xA0 || codePoint == 0x1680 ||
+           (codePoint >= 0x2000 && codePoint <= 0x200A) || codePoint == 0x2028 ||
+           codePoint == 0x2029 || codePoint == 0x202F || codePoint == 0x205F || codePoint == 0x3000;
+}
+
+bool isControl(char32_t codePoint)
+{
+    const bool isSeparator = codePoint == 0x2028 || codePoint == 0x2029;
+    const bool turnsDirection = codePoint == 0x200E || codePoint == 0x200F || codePoint == 0x61C ||
+                                (codePoint >= 0x202A && codePoint <= 0x202E) ||
+                                (codePoint >= 0x2066 && codePoint <= 0x2069);
+    return isControlCode(codePoint) || isSeparator || turnsDirection;
+}
+
+}  // namespace utf8

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+/// Strict decoding of UTF-8: texts of a database may hold any bytes.
+namespace utf8 {
+
+struct Character {
+    char32_t codePoint;
+    std::size_t length;  ///< in bytes, at least 1
+    bool valid;          ///< false: one byte that belongs to no well-formed character
+};
+
+/// @param text  not empty.
+/// @return the first character of the text.
+Character first(std::string_view text);
+
+/// @param text  not empty.
+/// @return the last character of the text.
+Character last(std::string_view text);
+
+/// @return whether all of the text is well-formed.
+bool isValid(std::string_view text);
+
+/// @return whether it is a control character by its code: neither letter nor sign, and no layout
+/// but
+///         for line ends and the tabulator.
+bool isControlCode(char32_t codePoint);
+
+/// @return whether it is white space of any script, line ends included.
+bool isSpace(char32_t codePoint);
+
+/// @return whether a terminal, or its reader, would take the character for more than a letter:
+///         control characters, line end and tabulator included, and the ones that turn the reading
+///         direction around.
+bool isControl(char32_t codePoint);
+
+}  // namespace utf8
