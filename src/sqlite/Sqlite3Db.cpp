@@ -152,10 +152,10 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
     if (m_pDb == nullptr) {
         return SQLITE_MISUSE;
     }
-    ReadGuard* const guard = ReadGuard::of(m_pDb);
-    return guard != nullptr
-               ? guard->getTable(sql, result, rowCount, columnCount, errorText, BUSY_TIMEOUT_MS)
-               : sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
+    if (ReadGuard* const guard = ReadGuard::of(m_pDb)) {
+        return guard->getTable(sql, {result, rowCount, columnCount, errorText}, BUSY_TIMEOUT_MS);
+    }
+    return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
 }
 
 int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)

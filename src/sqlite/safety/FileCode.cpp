@@ -1,197 +1,126 @@
 #include "FileCode.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <cstdlib>
 #include <cstring>
-#include <initializer_list>
 #include <memory>
-#include <utility>
 
 namespace {
 
 /// Of 240 bytes each: 60 MB.
-constexpr std::uint64_t MOST_NODES = 250000;
+constexpr std::uint32_t MOST_NODES = 250000;
 
 /// Views over views, and common table expressions and generated columns over each other.
 constexpr int MOST_LEVELS = 16;
 
+/// Of parentheses, of which SQLite's parser takes no more than 100.
+constexpr int MOST_SCOPES = 102;
+
 // Measured on x86-64 with SQLite 3.40, and rounded up; a 32-bit machine needs less.
-constexpr std::uint64_t STACK_OF_LEVEL = 600;
-constexpr std::uint64_t STACK_OF_COMPOUND_TERM = 550;
-constexpr std::uint64_t STACK_OF_OPERATOR = 420;
-constexpr std::uint64_t STACK_OF_JSON = 150 * 1024;  ///< of its deepest nesting, 2000
-
-bool isAnyOf(const SqlToken& token, std::initializer_list<const char*> words)
-{
-    return std::any_of(words.begin(), words.end(),
-                       [&](const char* word) { return token.isWord(word); });
-}
-
-bool endsTerm(const SqlToken& token)
-{
-    return isAnyOf(token, {"union", "except", "intersect"});
-}
-
-bool beginsQuery(const SqlToken& token)
-{
-    return isAnyOf(token, {"select", "with", "values"});
-}
+constexpr std::uint32_t STACK_OF_LEVEL = 600;
+constexpr std::uint32_t STACK_OF_COMPOUND_TERM = 550;
+constexpr std::uint32_t STACK_OF_OPERATOR = 420;
 
 /// Words that no name can be without quotes, and between which an expression stands.
-bool endsExpression(const SqlToken& token)
-{
-    return isAnyOf(token, {"select", "from", "where", "group", "order", "having", "limit", "on",
-                           "using", "join", "as", "values", "distinct", "all", "create", "table",
-                           "when", "then", "else"});
-}
+constexpr const char* AROUND_EXPRESSIONS =
+    " select from where group order having limit on using join as values distinct all create table "
+    "when then else ";
 
 /// Words that no name can be without quotes, and each of which may make an expression deeper.
-bool isOperatorWord(const SqlToken& token)
+constexpr const char* OPERATORS =
+    " and or not is in between case collate isnull notnull exists escape ";
+
+std::uint32_t capped(std::uint64_t nodes)
 {
-    return isAnyOf(token, {"and", "or", "not", "is", "in", "between", "case", "collate", "isnull",
-                           "notnull", "exists", "escape"});
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(nodes, MOST_NODES + 1));
 }
 
-bool isBefore(const SqlToken& one, const SqlToken& other)
-{
-    return one.compare(other) < 0;
-}
-
-/// @return how often the most frequent name occurs.
-std::uint64_t mostFrequent(std::vector<SqlToken>::iterator begin,
-                           std::vector<SqlToken>::iterator end)
-{
-    std::sort(begin, end, isBefore);
-    std::uint64_t most = 0;
-    while (begin != end) {
-        const auto next = std::upper_bound(begin, end, *begin, isBefore);
-        most = std::max(most, static_cast<std::uint64_t>(next - begin));
-        begin = next;
-    }
-    return most;
-}
-
-/// A token with its neighbours, which tell what it is.
-struct Window {
-    explicit Window(const char* begin, const char* end) : m_tokens(begin, end)
+/// How often each name occurs, or a little more: names share their counters.
+class NameCounts {
+public:
+    void add(const SqlToken& name)
     {
-        next = m_tokens.next();
+        std::uint32_t hash = 0;
+        for (std::size_t i = 0; i < name.length; ++i) {
+            hash = hash * 31 + (static_cast<unsigned char>(name.text[i]) | 0x20U);
+        }
+        ++m_counts[hash % COUNTERS];
     }
 
-    bool advance()
+    void add(const NameCounts& other)
     {
-        last = now;
-        now = next;
-        next = m_tokens.next();
-        return now.kind != SqlToken::END;
+        for (int i = 0; i < COUNTERS; ++i) {
+            m_counts[i] += other.m_counts[i];
+        }
     }
 
-    bool opens() const { return now.isSymbol('('); }
-    bool closes() const { return now.isSymbol(')'); }
-
-    /// `name AS (...)` and `name AS MATERIALIZED (...)`; a generated column is written the same.
-    bool opensDefinition() const
-    {
-        return opens() && (last.isWord("as") || last.isWord("materialized"));
-    }
-
-    bool isQualifier() const { return next.isSymbol('.'); }
-    bool isAlias() const { return last.isWord("as"); }
-    bool isFunction() const { return now.isAnyName() && next.isSymbol('('); }
-
-    SqlToken last;
-    SqlToken now;
-    SqlToken next;
+    std::uint32_t most() const { return *std::max_element(m_counts, m_counts + COUNTERS); }
 
 private:
-    SqlTokens m_tokens;
+    static constexpr int COUNTERS = 509;
+
+    std::uint32_t m_counts[COUNTERS] = {};
 };
 
-Window windowOn(const std::string& text)
+bool holdsCode(const char* statement)
 {
-    return Window(text.data(), text.data() + text.size());
-}
-
-/// From `VIEW` or `TABLE` on to the name, past `IF NOT EXISTS` and the schema's name.
-void advanceToName(Window& window)
-{
-    const bool isConditional = window.next.isWord("if");
-    for (int words = isConditional ? 4 : 1; words > 0; --words) {
-        window.advance();
-    }
-    while (window.isQualifier()) {
-        window.advance();
-        window.advance();
-    }
-}
-
-bool holdsCode(const std::string& statement)
-{
-    Window window = windowOn(statement);
-    while (window.advance()) {
-        if (isAnyOf(window.now, {"view", "virtual"}) || window.opensDefinition()) {
+    SqlTokens tokens(statement);
+    while (tokens.advance()) {
+        if (tokens.now().isOneOf(" view virtual ") || tokens.opensDefinition()) {
             return true;
         }
     }
     return false;
 }
 
-std::uint64_t capped(std::uint64_t nodes)
-{
-    return std::min(nodes, MOST_NODES + 1);
-}
-
 }  // namespace
 
 void CompileCost::add(const CompileCost& part)
 {
-    nodes = capped(nodes + part.nodes);
+    nodes = capped(std::uint64_t{nodes} + part.nodes);
     stackBytes = std::max(stackBytes, part.stackBytes);
-    comparesPatterns = comparesPatterns || part.comparesPatterns;
 }
 
-/// Adds up what one piece costs, with all that it names.
+/// Adds up what one piece costs, with all that it names. On the heap: there may be little stack.
 class FileCode::Reckoning {
 public:
     /// @param above  the reckoning that has come upon this piece; null for the first.
     static CompileCost costOf(const FileCode& code, const Piece& piece, const Reckoning* above)
     {
-        // Not on the stack, of which there may be little.
         return std::unique_ptr<Reckoning>(new Reckoning(code, piece, above))->cost();
     }
 
 private:
+    /// What stands in parentheses, or the piece itself.
+    struct Scope {
+        std::unique_ptr<Scope> outer;
+        bool isQuery = false;
+        bool isDefinition = false;
+        NameCounts names;               ///< of the query's term
+        std::uint32_t stars = 0;        ///< of the term: each names every column once more
+        CompileCost cost;               ///< of the term, and of what stands in it
+        std::uint32_t nodesBefore = 0;  ///< of the query's terms before
+        std::uint32_t terms = 1;
+        std::uint32_t depth = 0;  ///< of the expression so far
+        std::uint32_t deepest = 0;
+    };
+
     Reckoning(const FileCode& code, const Piece& piece, const Reckoning* above)
         : m_code(code),
           m_piece(piece),
           m_above(above),
           m_level(above == nullptr ? 1 : above->m_level + 1),
-          m_window(piece.begin, piece.end)
+          m_tokens(piece.begin, piece.end)
     {
     }
 
     CompileCost cost();
-
-    /// What stands in parentheses; the outermost is the piece itself.
-    struct Scope {
-        bool isQuery = false;
-        bool isDefinition = false;
-        std::size_t names = 0;          ///< where its own begin
-        std::size_t termNames = 0;      ///< where those of the term begin
-        CompileCost cost;               ///< of the term, and of what stands in it
-        std::uint64_t stars = 0;        ///< of the term: each is one more mention of every column
-        std::uint64_t nodesBefore = 0;  ///< of the query's terms before
-        std::uint64_t terms = 1;
-        std::uint64_t depth = 0;  ///< of the expression so far
-        std::uint64_t deepest = 0;
-    };
-
-    bool isKnownAbove(const Piece& piece) const;
-    void open();
+    void open(bool isQuery, bool isDefinition);
     void close();
     void take();
     void takeName();
     void addPiecesNamed(const SqlToken& name);
+    bool isKnownAbove(const Piece& piece) const;
     void endExpression();
     void endTerm();
 
@@ -199,73 +128,77 @@ private:
     const Piece& m_piece;
     const Reckoning* m_above;
     int m_level;
-    Window m_window;
-    std::vector<Scope> m_scopes;
-    std::vector<SqlToken> m_names;  ///< of columns, in all scopes that are open
+    SqlTokens m_tokens;
+    int m_scopes = 0;
+    std::unique_ptr<Scope> m_scope;
+    CompileCost m_cost;
 };
 
 CompileCost FileCode::Reckoning::cost()
 {
-    if (m_level > MOST_LEVELS) {
-        return {MOST_NODES + 1, 0, false};
-    }
-    m_scopes.resize(2);  // what the piece costs, and the piece
-    m_scopes.back().isQuery = m_piece.isQuery;
-    while (m_scopes.back().cost.nodes <= MOST_NODES && m_window.advance()) {
-        if (m_window.opens()) {
-            open();
-        } else if (!m_window.closes()) {
+    open(m_piece.isQuery, true);
+    while (m_level <= MOST_LEVELS && m_scope->cost.nodes <= MOST_NODES && m_tokens.advance()) {
+        if (m_tokens.opens()) {
+            open(m_tokens.opensQuery(), m_tokens.opensDefinition());
+        } else if (!m_tokens.closes()) {
             take();
-        } else if (m_scopes.size() > 2) {
+        } else if (m_scopes > 1) {
             close();
         }
     }
-    while (m_scopes.size() > 1) {
+    if (m_level > MOST_LEVELS || m_scopes > MOST_SCOPES) {
+        m_scope->cost.nodes = MOST_NODES + 1;
+    }
+    while (m_scope != nullptr) {
         close();
     }
-    return m_scopes.front().cost;
+    return m_cost;
 }
 
-void FileCode::Reckoning::open()
+void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
 {
-    Scope scope;
-    scope.isQuery = beginsQuery(m_window.next);
-    scope.isDefinition = m_window.opensDefinition();
-    scope.names = m_names.size();
-    scope.termNames = m_names.size();
-    m_scopes.push_back(scope);
+    if (m_scopes > MOST_SCOPES) {
+        return;
+    }
+    ++m_scopes;
+    std::unique_ptr<Scope> scope(new Scope);
+    scope->isQuery = isQuery;
+    scope->isDefinition = isDefinition;
+    scope->outer = std::move(m_scope);
+    m_scope = std::move(scope);
 }
 
 void FileCode::Reckoning::close()
 {
     endExpression();
     endTerm();
-    Scope closed = m_scopes.back();
-    m_scopes.pop_back();
-    const bool isPiece = m_scopes.size() == 1;
-    if (closed.isQuery || closed.isDefinition || isPiece) {
-        closed.cost.stackBytes += STACK_OF_LEVEL + (closed.terms - 1) * STACK_OF_COMPOUND_TERM +
-                                  closed.deepest * STACK_OF_OPERATOR;
+    --m_scopes;
+    const std::unique_ptr<Scope> closed = std::move(m_scope);
+    m_scope = std::move(closed->outer);
+    CompileCost cost = {closed->nodesBefore, closed->cost.stackBytes};
+    if (closed->isQuery || closed->isDefinition) {
+        cost.stackBytes += STACK_OF_LEVEL + (closed->terms - 1) * STACK_OF_COMPOUND_TERM +
+                           closed->deepest * STACK_OF_OPERATOR;
     }
-    closed.cost.nodes = closed.nodesBefore;
-    m_scopes.back().cost.add(closed.cost);
-    m_scopes.back().depth += closed.deepest + 1;
-    if (closed.isDefinition) {
-        m_names.resize(closed.names);  // it sees no column of the query around it
+    if (m_scope == nullptr) {
+        m_cost = cost;
+        return;
     }
+    m_scope->cost.add(cost);
+    m_scope->depth += closed->deepest + 1;
 }
 
 void FileCode::Reckoning::take()
 {
-    Scope& scope = m_scopes.back();
-    const SqlToken& token = m_window.now;
-    if (::endsTerm(token)) {
+    Scope& scope = *m_scope;
+    const SqlToken& token = m_tokens.now();
+    if (token.isOneOf(" union except intersect ")) {
         endExpression();
         endTerm();
         ++scope.terms;
-    } else if (token.isSymbol(',') || ::endsExpression(token)) {
+    } else if (token.isSymbol(',') || token.isOneOf(AROUND_EXPRESSIONS)) {
         endExpression();
-    } else if (isOperatorWord(token) || token.kind == SqlToken::SYMBOL) {
+    } else if (token.kind == SqlToken::SYMBOL || token.isOneOf(OPERATORS)) {
         ++scope.cost.nodes;
         ++scope.depth;
         scope.stars += token.isSymbol('*') ? 1U : 0U;
@@ -277,32 +210,24 @@ void FileCode::Reckoning::take()
 
 void FileCode::Reckoning::takeName()
 {
-    const SqlToken& token = m_window.now;
-    CompileCost& cost = m_scopes.back().cost;
-    cost.comparesPatterns = cost.comparesPatterns || isAnyOf(token, {"like", "glob"});
-    if (m_window.isFunction()) {
-        const bool isJson =
-            token.length > 4 && SqlToken{SqlToken::NAME, token.text, 4}.isWord("json");
-        cost.stackBytes = std::max(cost.stackBytes, isJson ? STACK_OF_JSON : 0);
+    if (m_tokens.isFunction() || m_tokens.isQualifier() || m_tokens.isAlias()) {
         return;
     }
-    if (m_window.isQualifier() || m_window.isAlias()) {
-        return;
-    }
+    const SqlToken& token = m_tokens.now();
     if (token.kind != SqlToken::STRING) {
-        m_names.push_back(token);  // or a number, by which ORDER BY means a column
+        m_scope->names.add(token);  // or a number, by which ORDER BY means a column
     }
     addPiecesNamed(token);
 }
 
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
-    const auto [begin, end] = m_code.piecesNamed(name);
-    for (auto piece = begin; piece != end; ++piece) {
-        if ((piece->isLocal && piece->statement != m_piece.statement) || isKnownAbove(*piece)) {
-            continue;
+    for (const Piece* piece = m_code.firstNamed(name);
+         piece != m_code.end() && piece->name.compare(name) == 0; ++piece) {
+        const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
+        if (isKnownHere && !isKnownAbove(*piece)) {
+            m_scope->cost.add(costOf(m_code, *piece, this));
         }
-        m_scopes.back().cost.add(costOf(m_code, *piece, this));
     }
 }
 
@@ -318,120 +243,132 @@ bool FileCode::Reckoning::isKnownAbove(const Piece& piece) const
 
 void FileCode::Reckoning::endExpression()
 {
-    Scope& scope = m_scopes.back();
-    scope.deepest = std::max(scope.deepest, scope.depth);
-    scope.depth = 0;
+    m_scope->deepest = std::max(m_scope->deepest, m_scope->depth);
+    m_scope->depth = 0;
 }
 
-// A column that a query names twice is there twice with all that makes it up below. Within a scope
-// that is no query, and within a table, nothing is put in the place of a name.
+// A column that a query names twice is there twice, with all that makes it up below. What stands in
+// parentheses names columns of the query around it, but for a definition, which sees none of them.
 void FileCode::Reckoning::endTerm()
 {
-    Scope& scope = m_scopes.back();
-    const auto names = m_names.begin() + static_cast<std::ptrdiff_t>(scope.termNames);
-    const std::uint64_t copies =
-        scope.isQuery ? mostFrequent(names, m_names.end()) + scope.stars : 1;
+    Scope& scope = *m_scope;
+    const std::uint32_t copies = scope.isQuery ? scope.names.most() + scope.stars : 1;
     scope.nodesBefore =
-        capped(scope.nodesBefore + std::max<std::uint64_t>(copies, 1) * scope.cost.nodes);
+        capped(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} * scope.cost.nodes);
+    if (scope.outer != nullptr && !scope.isDefinition) {
+        scope.outer->names.add(scope.names);
+    }
+    scope.names = {};
     scope.cost.nodes = 0;
     scope.stars = 0;
-    scope.termNames = m_names.size();
 }
 
-void FileCode::read(std::vector<std::string> statements)
+void FileCode::clear()
 {
-    m_statements = std::move(statements);
+    m_statements.clear();
     m_pieces.clear();
-    m_statements.erase(std::remove_if(m_statements.begin(), m_statements.end(),
-                                      [](const std::string& text) { return !holdsCode(text); }),
-                       m_statements.end());
-    for (const std::string& statement : m_statements) {
+}
+
+void FileCode::add(const char* statement)
+{
+    if (holdsCode(statement)) {
+        m_statements.append(statement, std::strlen(statement) + 1);
+    }
+}
+
+void FileCode::finish()
+{
+    const char* statement = m_statements.data();
+    while (statement != m_statements.data() + m_statements.size()) {
         addObject(statement);
         addDefinitions(statement);
+        statement += std::strlen(statement) + 1;
     }
-    std::sort(m_pieces.begin(), m_pieces.end(),
-              [](const Piece& one, const Piece& other) { return isBefore(one.name, other.name); });
+    std::qsort(m_pieces.data(), m_pieces.size(), sizeof(Piece),
+               [](const void* one, const void* other) {
+                   return static_cast<const Piece*>(one)->name.compare(
+                       static_cast<const Piece*>(other)->name);
+               });
 }
 
-void FileCode::addObject(const std::string& statement)
+void FileCode::addObject(const char* statement)
 {
-    Window window = windowOn(statement);
-    while (window.advance() && !isAnyOf(window.now, {"view", "table"})) {
+    SqlTokens tokens(statement);
+    while (tokens.advance() && !tokens.now().isOneOf(" view table ")) {
     }
-    const bool isView = window.now.isWord("view");
-    advanceToName(window);
-    m_pieces.push_back({window.now, &statement, false, isView, window.next.text,
-                        statement.data() + statement.size()});
+    const bool isView = tokens.now().isOneOf(" view ");
+    const bool isConditional = tokens.next().isOneOf(" if ");
+    for (int words = isConditional ? 4 : 1; words > 0; --words) {
+        tokens.advance();  // past IF NOT EXISTS, to the name
+    }
+    while (tokens.isQualifier()) {
+        tokens.advance();
+        tokens.advance();
+    }
+    m_pieces.push_back({tokens.now(), statement, tokens.next().text, nullptr, false, isView});
 }
 
-void FileCode::addDefinitions(const std::string& statement)
+void FileCode::addDefinitions(const char* statement)
 {
-    struct Scope {
-        SqlToken name;  // the first one since the parenthesis, the last comma or WITH
-        Piece definition;
-        bool isDefinition;
-    };
-    std::vector<Scope> scopes(1);
-    Window window = windowOn(statement);
-    while (window.advance()) {
+    // One entry for each open parenthesis. What follows it, a comma or WITH is the name of the
+    // definition to come.
+    std::vector<Piece> scopes(1);
+    SqlTokens tokens(statement);
+    while (tokens.advance()) {
         SqlToken& name = scopes.back().name;
-        if (window.opens()) {
-            const bool isQuery = beginsQuery(window.next);
+        if (tokens.opens()) {
             scopes.push_back({{},
-                              {name, &statement, true, isQuery, window.now.text + 1, nullptr},
-                              window.opensDefinition()});
-        } else if (window.closes() && scopes.size() > 1) {
-            if (scopes.back().isDefinition) {
-                scopes.back().definition.end = window.now.text;
-                m_pieces.push_back(scopes.back().definition);
-            }
+                              statement,
+                              tokens.next().text,
+                              nullptr,
+                              tokens.opensDefinition(),
+                              tokens.opensQuery()});
+        } else if (tokens.closes() && scopes.size() > 1) {
+            Piece closed = scopes.back();
             scopes.pop_back();
-        } else if (window.now.isSymbol(',') || isAnyOf(window.now, {"with", "recursive"})) {
+            closed.name = scopes.back().name;
+            closed.end = tokens.now().text;
+            if (closed.isLocal) {
+                m_pieces.push_back(closed);
+            }
+        } else if (tokens.now().isOneOf(" with recursive ") || tokens.now().isSymbol(',')) {
             name = {};
         } else if (name.kind == SqlToken::END) {
-            name = window.now;
+            name = tokens.now();
         }
     }
 }
 
-std::pair<std::vector<FileCode::Piece>::const_iterator,
-          std::vector<FileCode::Piece>::const_iterator>
-FileCode::piecesNamed(const SqlToken& name) const
+const FileCode::Piece* FileCode::firstNamed(const SqlToken& name) const
 {
-    struct ByName {
-        bool operator()(const Piece& piece, const SqlToken& other) const
-        {
-            return isBefore(piece.name, other);
-        }
-        bool operator()(const SqlToken& other, const Piece& piece) const
-        {
-            return isBefore(other, piece.name);
-        }
-    };
-    return std::equal_range(m_pieces.begin(), m_pieces.end(), name, ByName());
+    return std::partition_point(m_pieces.data(), end(),
+                                [&](const Piece& piece) { return piece.name.compare(name) < 0; });
 }
 
 bool FileCode::has(const char* name) const
 {
-    const auto [begin, end] = piecesNamed({SqlToken::NAME, name, std::strlen(name)});
-    return std::any_of(begin, end, [](const Piece& piece) { return !piece.isLocal; });
+    const SqlToken token = {name, std::strlen(name), SqlToken::NAME};
+    const Piece* const piece = firstNamed(token);
+    return piece != end() && piece->name.compare(token) == 0;
 }
 
-SqlToken FileCode::tooMuchIn(const std::string& query, CompileCost& cost) const
+SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost) const
 {
-    Window window = windowOn(query);
-    while (!m_pieces.empty() && window.advance()) {
+    SqlTokens tokens(query);
+    while (!m_pieces.empty() && tokens.advance()) {
+        const SqlToken& name = tokens.now();
         // To list all tables, SQLite looks into each.
-        const bool isAnyPiece = isAnyOf(window.now, {"table_list", "pragma_table_list"});
-        const auto [begin, end] =
-            isAnyPiece ? std::pair(m_pieces.begin(), m_pieces.end()) : piecesNamed(window.now);
-        for (auto piece = begin; piece != end && cost.nodes <= MOST_NODES; ++piece) {
+        const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
+        const Piece* piece = meansAll ? m_pieces.data() : firstNamed(name);
+        while (piece != end() && (meansAll || piece->name.compare(name) == 0) &&
+               cost.nodes <= MOST_NODES) {
             if (!piece->isLocal) {
                 cost.add(Reckoning::costOf(*this, *piece, nullptr));
             }
+            ++piece;
         }
         if (cost.nodes > MOST_NODES) {
-            return window.now;
+            return name;
         }
     }
     return {};

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "SqlTokens.h"
@@ -11,9 +10,8 @@
 struct CompileCost {
     /// Of the expressions and tables of the query, once every view stands in it at each place that
     /// names it.
-    std::uint64_t nodes = 0;
-    std::uint64_t stackBytes = 0;
-    bool comparesPatterns = false;  ///< while it runs: LIKE and GLOB take stack by their pattern
+    std::uint32_t nodes = 0;
+    std::uint32_t stackBytes = 0;
 
     /// A part's stack is free again for the next one.
     void add(const CompileCost& part);
@@ -21,38 +19,44 @@ struct CompileCost {
 
 /// The SQL that a database file brings along and that becomes part of the queries on it: views,
 /// generated columns, virtual tables. It was written by whoever made the file, and SQLite compiles
-/// it without a bound: views over views take as much stack as they are high, and what names the one
-/// below twice doubles at each step.
+/// it without a bound: views over views take as much stack as they are high, and where each names
+/// the one below twice, they double at each step.
 class FileCode {
 public:
-    /// @param statements  the `CREATE` statements of the whole schema.
-    void read(std::vector<std::string> statements);
+    void clear();
 
-    /// @return the first name in a query whose code exceeds what is compiled; a token of the kind
-    ///         END when all may be compiled.
-    /// @param[out] cost  of all code that the query reaches; 0 nodes when it reaches none.
-    SqlToken tooMuchIn(const std::string& query, CompileCost& cost) const;
+    /// @param statement  a `CREATE` statement of the schema.
+    void add(const char* statement);
 
-    /// @return whether the file's own code is part of what has the name.
+    /// To be called once all statements have been added.
+    void finish();
+
+    /// @param[out] cost  of all code of the file that becomes part of the query; 0 nodes where none
+    ///                   does.
+    /// @return the first name in the query whose code is more than may be compiled; a token of the
+    ///         kind END when all may be.
+    SqlToken tooMuchIn(const char* query, CompileCost& cost) const;
+
+    /// @return whether code of the file is part of what has the name.
     bool has(const char* name) const;
 
 private:
     /// A view, a table, a common table expression or a generated column.
     struct Piece {
         SqlToken name;
-        const std::string* statement;  ///< in which it stands
-        bool isLocal;                  ///< known only there
-        bool isQuery;
+        const char* statement;  ///< in which it stands
         const char* begin;
         const char* end;
+        bool isLocal;  ///< known only in its statement
+        bool isQuery;
     };
     class Reckoning;
 
-    void addObject(const std::string& statement);
-    void addDefinitions(const std::string& statement);
-    std::pair<std::vector<Piece>::const_iterator, std::vector<Piece>::const_iterator> piecesNamed(
-        const SqlToken& name) const;
+    void addObject(const char* statement);
+    void addDefinitions(const char* statement);
+    const Piece* firstNamed(const SqlToken& name) const;
+    const Piece* end() const { return m_pieces.data() + m_pieces.size(); }
 
-    std::vector<std::string> m_statements;  ///< only those that hold code
-    std::vector<Piece> m_pieces;            ///< in the order of their names
+    std::string m_statements;     ///< those that hold code, each with its NUL
+    std::vector<Piece> m_pieces;  ///< in the order of their names, once finished
 };

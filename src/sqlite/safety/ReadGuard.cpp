@@ -1,8 +1,8 @@
 #include "ReadGuard.h"
 
+#include <cstring>
 #include <memory>
 #include <utility>
-#include <vector>
 
 #include "../pageCache.h"
 #include "QueryBudget.h"
@@ -15,16 +15,25 @@ namespace {
 /// How often another process may change the schema under a query.
 constexpr int MOST_RUNS = 5;
 
-constexpr const char* TOO_COMPLEX = " is too complex";
-
 /// To compile a query without code of the file.
 constexpr std::size_t STACK_FOR_ANY_QUERY = 2560;
 
-int fail(int code, const std::string& text, char** errorText)
+int fail(int code, char* text, char** errorText)
 {
-    sqlite3_free(*errorText);
-    *errorText = sqlite3_mprintf("%s", text.c_str());
+    sqlite3_free(std::exchange(*errorText, text));
     return code;
+}
+
+int fail(int code, char** errorText)
+{
+    return fail(code, sqlite3_mprintf("%s", sqlite3_errstr(code)), errorText);
+}
+
+int refuse(const SqlToken& name, char** errorText)
+{
+    return fail(SQLITE_ERROR,
+                sqlite3_mprintf("%.*s is too complex", static_cast<int>(name.length), name.text),
+                errorText);
 }
 
 int schemaSize(sqlite3* db)
@@ -72,7 +81,8 @@ void ReadGuard::start(sqlite3* db)
     sqlite3_set_authorizer(db, authorize, this);
     const QueryBudget budget(db);
     char* errorText = nullptr;
-    if (readSchema(&errorText) != SQLITE_OK && HotJournal::blocks(db)) {
+    readSchema(&errorText);
+    if (HotJournal::blocks(db)) {
         // Here and not only at the first query: it takes as long as the update was large. Nobody is
         // waited for.
         m_hotJournal.rollBack(db, 0);
@@ -81,24 +91,22 @@ void ReadGuard::start(sqlite3* db)
     sqlite3_free(errorText);
 }
 
-int ReadGuard::getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
-                        char** errorText, int busyTimeoutMs)
+int ReadGuard::getTable(const std::string& sql, const Table& table, int busyTimeoutMs)
 {
-    const Table table = {result, rowCount, columnCount, errorText};
     QueryBudget budget(m_db);
-    const int code = run(sql, table, budget);
+    const int code = run(sql.c_str(), table, budget);
     if (!HotJournal::blocks(m_db)) {
         return code;
     }
     // A writer has died since the file was opened.
     const bool isLocked = m_hotJournal.rollBack(m_db, busyTimeoutMs);
-    const int codeAfterwards = run(sql, table, budget);
-    return isLocked && HotJournal::blocks(m_db) ? fail(SQLITE_BUSY, "database is locked", errorText)
+    const int codeAfterwards = run(sql.c_str(), table, budget);
+    return isLocked && HotJournal::blocks(m_db) ? fail(SQLITE_BUSY, table.errorText)
                                                 : codeAfterwards;
 }
 
 /// Runs a text on no other schema than the one that it was checked against.
-int ReadGuard::run(const std::string& sql, const Table& table, QueryBudget& budget)
+int ReadGuard::run(const char* sql, const Table& table, QueryBudget& budget)
 {
     for (int runs = 0; runs < MOST_RUNS; ++runs) {
         m_hasLostSchema = false;
@@ -111,83 +119,98 @@ int ReadGuard::run(const std::string& sql, const Table& table, QueryBudget& budg
         }
         m_schemaSize = 0;
     }
-    return fail(SQLITE_SCHEMA, sqlite3_errstr(SQLITE_SCHEMA), table.errorText);
+    return fail(SQLITE_SCHEMA, table.errorText);
 }
 
-int ReadGuard::runChecked(const std::string& sql, const Table& table, QueryBudget& budget)
+int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budget)
 {
     CompileCost cost;
     const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost);
     if (tooMuch.kind != SqlToken::END) {
-        return fail(SQLITE_ERROR, std::string(tooMuch.text, tooMuch.length) + TOO_COMPLEX,
-                    table.errorText);
+        return refuse(tooMuch, table.errorText);
     }
     if (cost.nodes == 0) {
         limitQuery(m_db);
         return runWithin(budget, sql, table, false);
     }
     const std::size_t stack = stackLeft();
-    if (cost.stackBytes + STACK_FOR_ANY_QUERY > stack) {
-        return fail(SQLITE_ERROR, "too little stack for the views of this query", table.errorText);
+    const std::size_t needed = cost.stackBytes + STACK_FOR_ANY_QUERY;
+    if (needed > stack) {
+        return fail(SQLITE_ERROR, sqlite3_mprintf("too little stack for the views of this query"),
+                    table.errorText);
     }
-    limitQueryWithFileCode(m_db, databaseSize(m_db), stack - cost.stackBytes);
+    limitQueryWithFileCode(m_db, databaseSize(m_db), stack - needed);
     budget.lookOften();
     return runWithin(budget, sql, table, true);
 }
 
-int ReadGuard::runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
+int ReadGuard::runWithin(QueryBudget& budget, const char* sql, const Table& table,
                          bool withFileCode)
 {
-    const auto runNow = [&] {
-        sqlite3_free(std::exchange(*table.errorText, nullptr));
-        return sqlite3_get_table(m_db, sql.c_str(), table.result, table.rowCount, table.columnCount,
-                                 table.errorText);
-    };
-    const int code = runNow();
-    if (!budget.wasEndedForMemoryOfAll()) {
-        return code;
+    int code = runNow(sql, table);
+    if (budget.wasEndedForMemoryOfAll()) {
+        budget.countResult(withFileCode);
+        code = runNow(sql, table);
     }
-    budget.countResult(withFileCode);
-    return runNow();
+    return code;
+}
+
+int ReadGuard::runNow(const char* sql, const Table& table)
+{
+    sqlite3_free(std::exchange(*table.errorText, nullptr));
+    return sqlite3_get_table(m_db, sql, table.result, table.rowCount, table.columnCount,
+                             table.errorText);
 }
 
 int ReadGuard::readSchema(char** errorText)
 {
+    sqlite3_free(std::exchange(*errorText, nullptr));
     m_readsSchema = true;
-    int code = SQLITE_CORRUPT;
-    if (hasUsualStack()) {
-        limitToUsualSchema(m_db);
-        code = readStatements(errorText);
-    }
+    int code = hasUsualStack() ? readUsualSchema() : SQLITE_CORRUPT;
     if (code == SQLITE_CORRUPT || code == SQLITE_TOOBIG || code == SQLITE_NOMEM) {
         code = readUnusualSchema(errorText);
     }
+    m_readsSchema = false;
     if (code == SQLITE_OK) {
         enlargePageCache(m_db);
         m_schemaSize = schemaSize(m_db);
+    } else if (*errorText == nullptr) {
+        *errorText = sqlite3_mprintf("%s", sqlite3_errmsg(m_db));
     }
-    m_readsSchema = false;
     return code;
+}
+
+int ReadGuard::readUsualSchema()
+{
+    limitToUsualSchema(m_db);
+    return readStatements();
 }
 
 /// Looks at the statements before SQLite compiles any of them.
 int ReadGuard::readUnusualSchema(char** errorText)
 {
-    forgetSchema();
-    setPassesOverSchema(m_db, true);
-    const int code = readStatements(errorText);
-    setPassesOverSchema(m_db, false);
-    forgetSchema();
-    if (code != SQLITE_OK) {
+    const int code = lookAtStatements();
+    if (code != SQLITE_OK && code != SQLITE_CORRUPT) {
         return code;
+    }
+    forgetSchema();
+    if (code == SQLITE_CORRUPT) {
+        return readUsualSchema();  // fails in SQLite's usual words
     }
     for (const char* statistics : {"sqlite_stat1", "sqlite_stat4"}) {
         if (m_fileCode.has(statistics)) {
-            return fail(SQLITE_ERROR, std::string(statistics) + TOO_COMPLEX, errorText);
+            return refuse({statistics, std::strlen(statistics)}, errorText);
         }
     }
     limitSchema(m_db, stackLeft());
-    return readStatements(errorText);
+    return readStatements();
+}
+
+int ReadGuard::lookAtStatements()
+{
+    forgetSchema();
+    const PassingOverSchema passing(m_db);
+    return readStatements();
 }
 
 /// The next statement makes SQLite read it again.
@@ -196,22 +219,25 @@ void ReadGuard::forgetSchema()
     sqlite3_exec(m_db, "PRAGMA writable_schema=RESET", nullptr, nullptr, nullptr);
 }
 
-int ReadGuard::readStatements(char** errorText)
+int ReadGuard::readStatements()
 {
-    sqlite3_free(std::exchange(*errorText, nullptr));
-    char** result = nullptr;
-    int count = 0;
-    const int code = sqlite3_get_table(m_db, "SELECT sql FROM sqlite_master", &result, &count,
-                                       nullptr, errorText);
-    const std::unique_ptr<char*, decltype(&sqlite3_free_table)> table(result, sqlite3_free_table);
-    std::vector<std::string> statements;
-    for (int i = 1; code == SQLITE_OK && i <= count; ++i) {
-        if (result[i] != nullptr) {  // the index of a key has no statement
-            statements.emplace_back(result[i]);
+    m_fileCode.clear();
+    sqlite3_stmt* prepared = nullptr;
+    int code = sqlite3_prepare_v2(m_db, "SELECT sql FROM sqlite_master", -1, &prepared, nullptr);
+    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> rows(prepared,
+                                                                          sqlite3_finalize);
+    while (code == SQLITE_OK || code == SQLITE_ROW) {
+        code = sqlite3_step(prepared);
+        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
+        if (code == SQLITE_ROW && text != nullptr) {  // the index of a key has no statement
+            m_fileCode.add(text);
         }
     }
-    m_fileCode.read(std::move(statements));
-    return code;
+    if (code != SQLITE_DONE) {
+        return code;
+    }
+    m_fileCode.finish();
+    return SQLITE_OK;
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

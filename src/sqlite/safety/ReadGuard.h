@@ -31,16 +31,7 @@ public:
     /// first query.
     void start(sqlite3* db);
 
-    /// sqlite3_get_table(), within bounds.
-    ///
-    /// @param busyTimeoutMs  how long to wait for others before a rollback.
-    int getTable(const std::string& sql, char*** result, int* rowCount, int* columnCount,
-                 char** errorText, int busyTimeoutMs);
-
-private:
-    ReadGuard() : CompanionVfs(Use::READING) {}
-
-    /// Where SQLite's result goes.
+    /// Where the results of sqlite3_get_table() go.
     struct Table {
         char*** result;
         int* rowCount;
@@ -48,16 +39,26 @@ private:
         char** errorText;
     };
 
+    /// sqlite3_get_table(), within bounds.
+    ///
+    /// @param busyTimeoutMs  how long to wait for others before a rollback.
+    int getTable(const std::string& sql, const Table& table, int busyTimeoutMs);
+
+private:
+    ReadGuard() : CompanionVfs(Use::READING) {}
+
     static int authorize(void* guard, int action, const char* first, const char* second,
                          const char* schema, const char* view);
 
-    int run(const std::string& sql, const Table& table, QueryBudget& budget);
-    int runChecked(const std::string& sql, const Table& table, QueryBudget& budget);
-    int runWithin(QueryBudget& budget, const std::string& sql, const Table& table,
-                  bool withFileCode);
+    int run(const char* sql, const Table& table, QueryBudget& budget);
+    int runChecked(const char* sql, const Table& table, QueryBudget& budget);
+    int runWithin(QueryBudget& budget, const char* sql, const Table& table, bool withFileCode);
+    int runNow(const char* sql, const Table& table);
     int readSchema(char** errorText);
+    int readUsualSchema();
     int readUnusualSchema(char** errorText);
-    int readStatements(char** errorText);
+    int lookAtStatements();
+    int readStatements();
     void forgetSchema();
 
     sqlite3* m_db = nullptr;

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -15,9 +14,9 @@ bool isDigit(char letter)
 /// Every byte of a letter outside of ASCII may be part of a name.
 bool isOfAName(char letter)
 {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
-           isDigit(letter) || letter == '_' || letter == '$' ||
-           static_cast<unsigned char>(letter) >= 0x80;
+    const char lower = static_cast<char>(letter | 0x20);
+    return (lower >= 'a' && lower <= 'z') || isDigit(letter) || letter == '_' || letter == '$' ||
+           (letter & 0x80) != 0;
 }
 
 bool isSpace(char letter)
@@ -27,77 +26,103 @@ bool isSpace(char letter)
 
 }  // namespace
 
-bool SqlToken::isWord(const char* word) const
+bool SqlToken::isOneOf(const char* words) const
 {
-    return kind == NAME && length == std::strlen(word) &&
-           sqlite3_strnicmp(text, word, static_cast<int>(length)) == 0;
+    if (kind != NAME) {
+        return false;
+    }
+    for (const char* word = words + 1; *word != '\0'; word = std::strchr(word, ' ') + 1) {
+        if (sqlite3_strnicmp(word, text, static_cast<int>(length)) == 0 && word[length] == ' ') {
+            return true;
+        }
+    }
+    return false;
 }
 
 int SqlToken::compare(const SqlToken& other) const
 {
-    const std::size_t common = std::min(length, other.length);
+    const std::size_t common = length < other.length ? length : other.length;
     const int order = sqlite3_strnicmp(text, other.text, static_cast<int>(common));
-    if (order != 0 || length == other.length) {
-        return order;
-    }
-    return length < other.length ? -1 : 1;
+    return order != 0 ? order : static_cast<int>(length) - static_cast<int>(other.length);
 }
 
-SqlToken SqlTokens::next()
+SqlTokens::SqlTokens(const char* text, const char* end)
+    : m_at(text), m_end(end != nullptr ? end : text + std::strlen(text))
+{
+    m_next = read();
+}
+
+bool SqlTokens::advance()
+{
+    m_last = m_now;
+    m_now = m_next;
+    m_next = read();
+    return m_now.kind != SqlToken::END;
+}
+
+SqlToken SqlTokens::read()
 {
     skipSpaceAndComments();
     if (m_at == m_end) {
         return {};
     }
+    if (isOfAName(*m_at)) {
+        return readWord();
+    }
     switch (*m_at) {
     case '"':
     case '`':
     case '\'':
-        return quoted(*m_at);
+        return readQuoted(*m_at);
     case '[':
-        return quoted(']');
+        return readQuoted(']');
     default:
-        return isOfAName(*m_at) ? word() : SqlToken{SqlToken::SYMBOL, m_at++, 1};
+        return {m_at++, 1, SqlToken::SYMBOL};
     }
-}
-
-bool SqlTokens::isAt(char first, char second) const
-{
-    return m_end - m_at >= 2 && m_at[0] == first && m_at[1] == second;
 }
 
 void SqlTokens::skipSpaceAndComments()
 {
     while (m_at != m_end) {
+        const char next = m_end - m_at > 1 ? m_at[1] : '\0';
         if (isSpace(*m_at)) {
             ++m_at;
-        } else if (isAt('-', '-')) {
-            m_at = std::find(m_at, m_end, '\n');
-        } else if (isAt('/', '*')) {
-            constexpr char CLOSING[] = {'*', '/'};
-            const char* const closing = std::search(m_at + 2, m_end, CLOSING, CLOSING + 2);
-            m_at = closing == m_end ? m_end : closing + 2;
+        } else if (*m_at == '-' && next == '-') {
+            skipUntil('\n');
+        } else if (*m_at == '/' && next == '*') {
+            m_at += 2;
+            do {
+                skipUntil('*');
+            } while (m_at != m_end && *m_at != '/');
         } else {
             return;
         }
     }
 }
 
-// A doubled quote within a name or a string begins the next one: that the two are one matters to
-// nobody here.
-SqlToken SqlTokens::quoted(char closing)
+void SqlTokens::skipUntil(char last)
 {
-    const SqlToken::Kind kind = closing == '\'' ? SqlToken::STRING : SqlToken::QUOTED_NAME;
-    const char* const text = m_at + 1;
-    const char* const end = std::find(text, m_end, closing);
-    m_at = end == m_end ? m_end : end + 1;
-    return {kind, text, static_cast<std::size_t>(end - text)};
+    while (m_at != m_end && *m_at++ != last) {
+    }
 }
 
-SqlToken SqlTokens::word()
+// A doubled quote within a name or a string begins the next one: that the two are one matters to
+// nobody here.
+SqlToken SqlTokens::readQuoted(char closing)
+{
+    const char* const text = ++m_at;
+    skipUntil(closing);
+    const bool isClosed = m_at[-1] == closing && m_at != text;
+    return {text, static_cast<std::size_t>(m_at - text) - (isClosed ? 1 : 0),
+            closing == '\'' ? SqlToken::STRING : SqlToken::QUOTED_NAME};
+}
+
+SqlToken SqlTokens::readWord()
 {
     const char* const text = m_at;
-    m_at = std::find_if_not(m_at, m_end, isOfAName);
-    return {isDigit(*text) ? SqlToken::NUMBER : SqlToken::NAME, text,
-            static_cast<std::size_t>(m_at - text)};
+    while (m_at != m_end && isOfAName(*m_at)) {
+        ++m_at;
+    }
+    return {text, static_cast<std::size_t>(m_at - text),
+            isDigit(*text) ? SqlToken::NUMBER : SqlToken::NAME};
 }

@@ -6,35 +6,56 @@
 struct SqlToken {
     enum Kind : unsigned char { END, NAME, QUOTED_NAME, STRING, NUMBER, SYMBOL };
 
-    Kind kind = END;
     const char* text = "";  ///< within the SQL text: not terminated, and without quotes
     std::size_t length = 0;
+    Kind kind = END;
 
-    bool isAnyName() const { return kind == NAME || kind == QUOTED_NAME; }
     bool isSymbol(char symbol) const { return kind == SYMBOL && *text == symbol; }
 
-    /// @return whether this is the word, in any letter case. A quoted name is never a keyword.
-    bool isWord(const char* word) const;
+    /// @param words  in lower case, each with a blank before and after it.
+    /// @return whether this is one of the words. A quoted name is never a keyword.
+    bool isOneOf(const char* words) const;
 
-    /// Compares the texts in any letter case, as SQLite compares names.
+    /// Compares the texts as SQLite compares names, in any letter case.
     /// @return below, equal to or above 0, as this text stands before, at or after the other.
     int compare(const SqlToken& other) const;
 };
 
 /// Takes an SQL text apart, as far as it takes to see which names are used where; what is no SQL
-/// comes as symbols.
+/// comes as symbols. A token's neighbours tell what it is.
 class SqlTokens {
 public:
-    SqlTokens(const char* begin, const char* end) : m_at(begin), m_end(end) {}
+    /// @param end  one past the text; null for the text's NUL.
+    explicit SqlTokens(const char* text, const char* end = nullptr);
 
-    SqlToken next();
+    /// @return whether there is a further token, which then is the one that now() returns.
+    bool advance();
+
+    const SqlToken& now() const { return m_now; }
+    const SqlToken& next() const { return m_next; }
+
+    bool opens() const { return m_now.isSymbol('('); }
+    bool closes() const { return m_now.isSymbol(')'); }
+    bool isQualifier() const { return m_next.isSymbol('.'); }
+    bool isAlias() const { return m_last.isOneOf(" as "); }
+    bool isFunction() const { return m_next.isSymbol('('); }
+
+    /// The parenthesis of `name AS (...)` and of `name AS MATERIALIZED (...)`, which is how a
+    /// common table expression is written, and a generated column.
+    bool opensDefinition() const { return opens() && m_last.isOneOf(" as materialized "); }
+
+    bool opensQuery() const { return opens() && m_next.isOneOf(" select with values "); }
 
 private:
-    bool isAt(char first, char second) const;
+    SqlToken read();
+    SqlToken readQuoted(char closing);
+    SqlToken readWord();
     void skipSpaceAndComments();
-    SqlToken quoted(char closing);
-    SqlToken word();
+    void skipUntil(char last);
 
     const char* m_at;
     const char* m_end;
+    SqlToken m_last;
+    SqlToken m_now;
+    SqlToken m_next;
 };

@@ -108,12 +108,12 @@ void limitSchema(sqlite3* db, std::size_t stackLeft)
                   static_cast<int>(std::min<std::size_t>(depth, WIDEST)));
 }
 
-void setPassesOverSchema(sqlite3* db, bool passesOver)
+void PassingOverSchema::set(bool passesOver)
 {
 #ifdef SQLITE_DBCONFIG_WRITABLE_SCHEMA  // 3.28
     // It makes nothing writable that is not: what matters is that SQLite goes on after an error.
-    configure(db, SQLITE_DBCONFIG_WRITABLE_SCHEMA, passesOver ? ON : OFF);
-    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, passesOver ? LINE : WIDEST);
+    configure(m_db, SQLITE_DBCONFIG_WRITABLE_SCHEMA, passesOver ? ON : OFF);
+    sqlite3_limit(m_db, SQLITE_LIMIT_SQL_LENGTH, passesOver ? LINE : WIDEST);
 #endif
 }
 

@@ -21,9 +21,20 @@ void limitToUsualSchema(sqlite3* db);
 /// Bounds it to what SQLite itself allows, as far as the stack goes.
 void limitSchema(sqlite3* db, std::size_t stackLeft);
 
-/// Lets SQLite pass over every statement of the schema that is longer than a line: no code of the
-/// file is compiled, and the statements can be read as texts.
-void setPassesOverSchema(sqlite3* db, bool passesOver);
+/// While it lives, SQLite passes over every statement of the schema that is longer than a line: the
+/// file's code is not compiled, and can be read as text.
+class PassingOverSchema {
+public:
+    explicit PassingOverSchema(sqlite3* db) : m_db(db) { set(true); }
+    ~PassingOverSchema() { set(false); }
+    PassingOverSchema(const PassingOverSchema&) = delete;
+    PassingOverSchema& operator=(const PassingOverSchema&) = delete;
+
+private:
+    void set(bool passesOver);
+
+    sqlite3* m_db;
+};
 
 /// Bounds the next query to what an application may ask for: far more than it does.
 void limitQuery(sqlite3* db);
