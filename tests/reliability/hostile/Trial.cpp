@@ -26,7 +26,7 @@ namespace {
 constexpr unsigned short LOOKED_UP = 17;
 
 /// Longer than anything that keeps its promise.
-constexpr rlim_t MOST_SECONDS = 60;
+constexpr rlim_t MOST_SECONDS = 20;
 
 /// More than any file may make the process take, and less than the machine has.
 constexpr rlim_t MOST_MEMORY = 6ULL * 1024 * 1024 * 1024;

@@ -6,16 +6,15 @@ namespace {
 /// Both tables with columns each of which names the one before: `#` stands for a column's own
 /// number, `@` for that before.
 void makeColumns(const std::string& file, int count, const std::string& column,
-                 const std::string& further = "")
+                 const std::string& first = "c0")
 {
-    std::string columns = "c0";
+    std::string columns = first;
     for (int i = 1; i <= count; ++i) {
         columns += ", " + numbered(column, i);
     }
     DatabaseMaker maker(file);
-    maker.putTable("fault_type_definition", columns + further);
-    maker.putTable("descriptions", columns + further);
-    maker.run("COMMIT; BEGIN");
+    maker.putTable("fault_type_definition", columns);
+    maker.putTable("descriptions", columns);
     maker.finish();
 }
 
@@ -62,12 +61,12 @@ Attacks columnAttacks()
              for (int i = n; i > 0; --i) {
                  columns += numbered(", c# AS (c@ || c@)", i);
              }
-             makeColumns(file, 0, "", ", " + columns.substr(3) + ", z");
+             makeColumns(file, 0, "", "c0, " + columns.substr(3));
          }},
         {"generated columns [\"] that double",
          {15, 25},
          [](const std::string& file, int n) {
-             makeColumns(file, n, "\"c\"\"#\" AS ([c\"@] || [c\"@])", "");
+             makeColumns(file, n, "\"c\"\"#\" AS ([c\"@] || [c\"@])", "[c\"0]");
          }},
         {"generated columns with a type that double",
          {10, 25},
