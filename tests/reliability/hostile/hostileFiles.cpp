@@ -135,7 +135,8 @@ Worst tryAttack(const Attack& attack, const TempDir& dir)
 int main(int argc, char** argv)
 {
     g_clockSpeed = argc > 1 ? std::atoi(argv[1]) : 1;
-    g_isVerbose = argc > 3;
+    g_isVerbose = argc > 4;
+    int first = argc > 3 ? std::atoi(argv[3]) : 0;
     const std::string only = argc > 2 ? argv[2] : "";
     if (access("/dev/shm", W_OK) == 0) {
         setenv("TMPDIR", "/dev/shm", 0);
@@ -146,6 +147,7 @@ int main(int argc, char** argv)
     for (const auto& attacks :
          {viewAttacks(), nameAttacks(), columnAttacks(), queryAttacks(), textAttacks(),
           endlessAttacks(), schemaAttacks(), virtualTableAttacks(), pageAttacks()}) {
+        if (first > 0) { --first; continue; }
         for (const Attack& attack : attacks) {
             if (std::string(attack.name).find(only) == std::string::npos) {
                 continue;
