@@ -42,18 +42,34 @@ public:
     virtual ~Sqlite3Db();
 
     /// Opens an existing database file. Nothing is created. One that is damaged, or no database at
-    /// all, opens: its queries fail.
+    /// all, opens: its queries fail. Reading its schema takes no more than a query may.
     ///
-    /// What a writer that died in mid-transaction has half done is rolled back, if the file and its
-    /// folder can be written; otherwise the queries fail. The same holds for a writer that dies
-    /// later. A file that a writer has locked opens at once; a query then waits for up to 5 s.
+    /// What a writer that died in mid-transaction has half done is rolled back, if the file, its
+    /// journal and their folder can be written and the journal names no super-journal; otherwise the
+    /// queries fail, and nothing is changed. The same holds for a writer that dies later. Nobody is
+    /// waited for here: a file that others have locked opens at once, and a query then waits for up
+    /// to 5 s.
     ///
     /// No SQL text can load an extension or damage the file on purpose, and the file's views call
     /// no function with side effects. A connection that can only read is held to more: no write of
-    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger, no text
-    /// or row above 16 MiB, and no query beyond 10 s of processor time or beyond 64 times the
-    /// file's size in memory (at least 64 MiB; counted is what all connections of the process take
-    /// meanwhile), which ends as "interrupted" (9).
+    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It deletes
+    /// nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular file; a
+    /// "-shm" with a second link is not written. What a query of it may be and take:
+    ///
+    /// | | of an application's own text | that reaches a view, a generated column or a virtual table of the file |
+    /// |---|---|---|
+    /// | text, blob or row | 16 MiB (18, "string or blob too big") | 1.5 times the file, at least 16 KiB, at most 16 MiB |
+    /// | pattern of `LIKE` and `GLOB` | 2,000 bytes (1, "LIKE or GLOB pattern too complex") | the same, less on a small stack |
+    /// | depth of an expression | 200 (1, "Expression tree is too large (maximum depth 200)") | the same |
+    /// | terms of a compound `SELECT` | 200 (1, "too many terms in compound SELECT") | the same |
+    /// | program | 172,032 instructions of SQLite's machine (7, "out of memory") | 21,504 |
+    /// | columns of a result | 2,000 | 100 (1, "too many columns in result set") |
+    /// | code of the file | | 16 views and common table expressions over each other, 250,000 nodes of expressions (1, "<name> is too complex"), no more than the stack holds (1, "too little stack for the views of this query") |
+    /// | processor time | 10 s (9, "interrupted") | the same |
+    /// | memory of SQLite | 64 times the file, at least 128 MiB (9, "interrupted") | the same; to sort, for instance, counts as well, and what others take then |
+    ///
+    /// @note A connection is used and closed on threads with no less stack than the one that opened
+    ///       it: SQLite takes stack to let go of a schema, too. 16 KiB do for tables.
     ///
     /// @param path      path of a regular file, or of a link to one; never taken as a URI. The name
     ///                  ":memory:" opens an empty database in memory.
@@ -76,8 +92,9 @@ public:
     /// The caller sets the result and the error text to null and both numbers to 0 before.
     ///
     /// @param sql               the complete text, up to its first NUL. Of several statements each
-    ///                          is run. Where a writer has died, a connection that only reads
-    ///                          rolls back what it left and runs the text again.
+    ///                          is run. Where a writer has died, or another process has changed
+    ///                          the schema meanwhile, a connection that only reads runs the text
+    ///                          again, after a rollback.
     /// @param[out] result       the array; the caller's, released with sqlite3_free_table().
     /// @param[out] rowCount     number of rows, the column names not counted.
     /// @param[out] columnCount  number of entries per row.

@@ -2,6 +2,7 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <functional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -135,6 +136,130 @@ INSTANTIATE_TEST_SUITE_P(
                     Refusal{"TooLongValue", "SELECT zeroblob(16 * 1024 * 1024 + 1)",
                             "18: string or blob too big"}),
     nameOf<Refusal>);
+
+std::string repeated(const std::string& text, int times, const std::string& between)
+{
+    std::string list = text;
+    for (int i = 1; i < times; ++i) {
+        list += between + text;
+    }
+    return list;
+}
+
+/// A bound of what a query may be, and how SQLite says that it is passed.
+struct Limit {
+    const char* name;
+    int most;
+    std::function<std::string(int size)> query;
+    const char* refusal;
+};
+
+void PrintTo(const Limit& limit, std::ostream* stream)
+{
+    *stream << limit.name;
+}
+
+class Limits : public Hardening, public testing::WithParamInterface<Limit> {};
+
+TEST_P(Limits, AreWhereTheyAreSaidToBe)
+{
+    open(true);
+    const std::string atTheLimit = query(m_db, GetParam().query(GetParam().most));
+    EXPECT_EQ(atTheLimit.find(": "), std::string::npos) << atTheLimit;
+    EXPECT_EQ(query(m_db, GetParam().query(GetParam().most + 1)), GetParam().refusal);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Hardening, Limits,
+    testing::Values(Limit{"Expression", 200,
+                          [](int depth) { return "SELECT " + repeated("1", depth, "+"); },
+                          "1: Expression tree is too large (maximum depth 200)"},
+                    Limit{"Compound", 200,
+                          [](int terms) { return repeated("SELECT 1", terms, " UNION ALL "); },
+                          "1: too many terms in compound SELECT"},
+                    Limit{"Pattern", 2000,
+                          [](int length) {
+                              return "SELECT 'x' LIKE '" +
+                                     std::string(static_cast<std::size_t>(length), '_') + "'";
+                          },
+                          "1: LIKE or GLOB pattern too complex"}),
+    nameOf<Limit>);
+
+// Three instructions for each code, of the 172,032 that SQLite comes to.
+TEST_F(Hardening, ListOf57000CodesIsAskedFor)
+{
+    const auto askFor = [this](int codes) {
+        return query(m_db, "SELECT code FROM fault_type_definition WHERE code IN (" +
+                               repeated("17", codes, ",") + ")");
+    };
+    open(true);
+    EXPECT_EQ(askFor(57000), "code|17");
+    EXPECT_EQ(askFor(58000), "7: out of memory");
+}
+
+TEST_F(Hardening, ApplicationsOwnJoinOfTenTablesRuns)
+{
+    std::string sql = "SELECT t0.alias FROM fault_type_definition t0";
+    for (int i = 1; i < 10; ++i) {
+        const std::string name = "t" + std::to_string(i);
+        sql += " JOIN fault_type_definition " + name + " ON " + name + ".code = t0.code";
+    }
+    open(true);
+    EXPECT_EQ(query(m_db, sql), "alias|E017");
+}
+
+std::string viewsOver(int height)
+{
+    std::string sql = "CREATE VIEW v1 AS SELECT * FROM descriptions;";
+    for (int i = 2; i <= height; ++i) {
+        sql += "CREATE VIEW v" + std::to_string(i) + " AS SELECT * FROM v" + std::to_string(i - 1) +
+               ";";
+    }
+    return sql;
+}
+
+TEST_F(Hardening, ViewsAreReadUpToSixteenHigh)
+{
+    openWithSql(viewsOver(17));
+    EXPECT_EQ(query(m_db, "SELECT name FROM v16"), "name|Overheat");
+    EXPECT_EQ(query(m_db, "SELECT name FROM v17"), "1: v17 is too complex");
+}
+
+TEST_F(Hardening, ViewsMayHaveAHundredColumns)
+{
+    openWithSql("CREATE VIEW most AS SELECT " + repeated("name", 100, ",") +
+                " FROM descriptions; CREATE VIEW more AS SELECT " + repeated("name", 101, ",") +
+                " FROM descriptions");
+    EXPECT_EQ(query(m_db, "SELECT count(*) AS n FROM most"), "n|1");
+    EXPECT_EQ(query(m_db, "SELECT * FROM more"), "1: too many columns in result set");
+}
+
+TEST_F(Hardening, ViewsMakeNoTextThatTheFileCouldNotHold)
+{
+    openWithSql("CREATE VIEW v AS SELECT hex(zeroblob(20000)) AS t");
+    EXPECT_EQ(query(m_db, "SELECT length(t) FROM v"), "18: string or blob too big");
+    EXPECT_EQ(query(m_db, "SELECT length(hex(zeroblob(20000))) AS n"), "n|40000");
+}
+
+TEST_F(Hardening, ChangedSchemaIsLookedAtBeforeAQueryIsRunOnIt)
+{
+    open(true);
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "name|Overheat");
+    runSql(m_file, viewsOver(17) +
+                       "CREATE TABLE other AS SELECT 1 AS name; ALTER TABLE descriptions RENAME TO "
+                       "texts; CREATE VIEW descriptions AS SELECT * FROM other");
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "name|1");
+    runSql(
+        m_file, "DROP VIEW descriptions; CREATE VIEW descriptions AS SELECT * FROM w16;" + [] {
+            std::string sql = "CREATE VIEW w0 AS SELECT * FROM texts;";
+            for (int i = 1; i <= 16; ++i) {
+                sql += "CREATE VIEW w" + std::to_string(i) + " AS SELECT * FROM w" +
+                       std::to_string(i - 1) + ";";
+            }
+            return sql;
+        }());
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "1: descriptions is too complex");
+}
 
 TEST_F(Hardening, ViewCallingAnUnsafeFunctionIsRefused)
 {

@@ -13,13 +13,19 @@ constexpr std::uint32_t MOST_NODES = 250000;
 /// Views over views, and common table expressions and generated columns over each other.
 constexpr int MOST_LEVELS = 16;
 
+/// Of a compound, of which SQLite makes no more than some 500.
+constexpr std::uint32_t MOST_TERMS = 1000;
+
 /// Of parentheses, of which SQLite's parser takes no more than 100.
 constexpr int MOST_SCOPES = 102;
 
 // Measured on x86-64 with SQLite 3.40, and rounded up; a 32-bit machine needs less.
 constexpr std::uint32_t STACK_OF_LEVEL = 600;
+constexpr std::uint32_t STACK_OF_SUBQUERY = 1600;  ///< in an expression: more than a level
 constexpr std::uint32_t STACK_OF_COMPOUND_TERM = 550;
 constexpr std::uint32_t STACK_OF_OPERATOR = 420;
+constexpr std::uint32_t STACK_OF_JOIN = 500;
+constexpr std::uint32_t STACK_OF_WINDOW = 600;
 
 /// Words that no name can be without quotes, and between which an expression stands.
 constexpr const char* AROUND_EXPRESSIONS =
@@ -100,8 +106,12 @@ private:
         std::uint32_t stars = 0;        ///< of the term: each names every column once more
         CompileCost cost;               ///< of the term, and of what stands in it
         std::uint32_t nodesBefore = 0;  ///< of the query's terms before
-        std::uint32_t terms = 1;
-        std::uint32_t depth = 0;  ///< of the expression so far
+        std::uint32_t terms = 1;        ///< of the term, once SQLite has taken apart what it joins
+        std::uint32_t termsBefore = 0;
+        std::uint32_t ownStack = 0;  ///< of its joins and windows
+        bool isInFrom = false;       ///< what comes next is joined ...
+        bool isInCondition = false;  ///< ... or says how
+        std::uint32_t depth = 0;     ///< of the expression so far
         std::uint32_t deepest = 0;
     };
 
@@ -118,9 +128,12 @@ private:
     void open(bool isQuery, bool isDefinition);
     void close();
     void take();
+    void takeClause();
     void takeName();
     void addPiecesNamed(const SqlToken& name);
+    void addPart(CompileCost part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
+    bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
 
@@ -164,6 +177,10 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     std::unique_ptr<Scope> scope(new Scope);
     scope->isQuery = isQuery;
     scope->isDefinition = isDefinition;
+    if (m_scope != nullptr && !isQuery) {
+        scope->isInFrom = m_scope->isInFrom;
+        scope->isInCondition = m_scope->isInCondition;
+    }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
 }
@@ -175,17 +192,31 @@ void FileCode::Reckoning::close()
     --m_scopes;
     const std::unique_ptr<Scope> closed = std::move(m_scope);
     m_scope = std::move(closed->outer);
-    CompileCost cost = {closed->nodesBefore, closed->cost.stackBytes};
+    CompileCost cost = {closed->nodesBefore, closed->cost.stackBytes + closed->ownStack,
+                        closed->termsBefore};
     if (closed->isQuery || closed->isDefinition) {
-        cost.stackBytes += STACK_OF_LEVEL + (closed->terms - 1) * STACK_OF_COMPOUND_TERM +
+        cost.stackBytes += STACK_OF_LEVEL + (closed->termsBefore - 1) * STACK_OF_COMPOUND_TERM +
                            closed->deepest * STACK_OF_OPERATOR;
     }
     if (m_scope == nullptr) {
         m_cost = cost;
         return;
     }
-    m_scope->cost.add(cost);
+    addPart(cost, closed->isQuery);
     m_scope->depth += closed->deepest + 1;
+}
+
+/// Adds what stands in the scope, or what is named there. A compound that is joined makes as many
+/// terms of each term that joins it.
+void FileCode::Reckoning::addPart(CompileCost part, bool isQuery)
+{
+    if (m_scope->isInFrom) {
+        m_scope->terms = std::min(m_scope->terms * part.terms, MOST_TERMS);
+    }
+    if (isQuery && namesColumns()) {
+        part.stackBytes += STACK_OF_SUBQUERY;
+    }
+    m_scope->cost.add(part);
 }
 
 void FileCode::Reckoning::take()
@@ -195,9 +226,9 @@ void FileCode::Reckoning::take()
     if (token.isOneOf(" union except intersect ")) {
         endExpression();
         endTerm();
-        ++scope.terms;
     } else if (token.isSymbol(',') || token.isOneOf(AROUND_EXPRESSIONS)) {
         endExpression();
+        takeClause();
     } else if (token.kind == SqlToken::SYMBOL || token.isOneOf(OPERATORS)) {
         ++scope.cost.nodes;
         ++scope.depth;
@@ -208,13 +239,26 @@ void FileCode::Reckoning::take()
     }
 }
 
+void FileCode::Reckoning::takeClause()
+{
+    const SqlToken& token = m_tokens.now();
+    if (token.isOneOf(" from join ")) {
+        m_scope->isInFrom = true;
+        m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
+    } else if (token.isOneOf(" select where group order having limit values ")) {
+        m_scope->isInFrom = false;
+    }
+    m_scope->isInCondition = token.isOneOf(" on using ");
+}
+
 void FileCode::Reckoning::takeName()
 {
+    m_scope->ownStack += m_tokens.now().isOneOf(" over ") ? STACK_OF_WINDOW : 0;
     if (m_tokens.isFunction() || m_tokens.isQualifier() || m_tokens.isAlias()) {
         return;
     }
     const SqlToken& token = m_tokens.now();
-    if (token.kind != SqlToken::STRING) {
+    if (token.kind != SqlToken::STRING && namesColumns()) {
         m_scope->names.add(token);  // or a number, by which ORDER BY means a column
     }
     addPiecesNamed(token);
@@ -223,10 +267,12 @@ void FileCode::Reckoning::takeName()
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
     for (const Piece* piece = m_code.firstNamed(name);
-         piece != m_code.end() && piece->name.compare(name) == 0; ++piece) {
+         piece != m_code.end() && piece->name.compare(name) == 0 &&
+         m_scope->cost.nodes <= MOST_NODES;
+         ++piece) {
         const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
         if (isKnownHere && !isKnownAbove(*piece)) {
-            m_scope->cost.add(costOf(m_code, *piece, this));
+            addPart(costOf(m_code, *piece, this), piece->isQuery);
         }
     }
 }
@@ -253,14 +299,18 @@ void FileCode::Reckoning::endTerm()
 {
     Scope& scope = *m_scope;
     const std::uint32_t copies = scope.isQuery ? scope.names.most() + scope.stars : 1;
-    scope.nodesBefore =
-        capped(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} * scope.cost.nodes);
+    scope.nodesBefore = capped(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} *
+                                                       scope.terms * scope.cost.nodes);
+    scope.termsBefore = std::min(scope.termsBefore + scope.terms, MOST_TERMS);
     if (scope.outer != nullptr && !scope.isDefinition) {
         scope.outer->names.add(scope.names);
     }
     scope.names = {};
     scope.cost.nodes = 0;
     scope.stars = 0;
+    scope.terms = 1;
+    scope.isInFrom = false;
+    scope.isInCondition = false;
 }
 
 void FileCode::clear()
@@ -305,7 +355,11 @@ void FileCode::addObject(const char* statement)
         tokens.advance();
         tokens.advance();
     }
-    m_pieces.push_back({tokens.now(), statement, tokens.next().text, nullptr, false, isView});
+    const SqlToken name = tokens.now();
+    while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
+    }
+    m_pieces.push_back(
+        {name, statement, isView ? tokens.next().text : statement, nullptr, false, isView});
 }
 
 void FileCode::addDefinitions(const char* statement)

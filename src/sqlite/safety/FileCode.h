@@ -12,6 +12,7 @@ struct CompileCost {
     /// names it.
     std::uint32_t nodes = 0;
     std::uint32_t stackBytes = 0;
+    std::uint32_t terms = 1;  ///< of a compound query
 
     /// A part's stack is free again for the next one.
     void add(const CompileCost& part);

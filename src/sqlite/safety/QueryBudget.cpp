@@ -24,6 +24,10 @@ constexpr long long MOST_MEMORY_PER_FILE_BYTE = 64;
 /// 65,536 rows, as many as ids have, of 2 KiB each: what a view over shared texts comes to.
 constexpr long long MOST_MEMORY_OF_SMALL_FILE = 128LL * 1024 * 1024;
 
+/// sqlite3_get_table() keeps a pointer to each cell, in an array of which up to half is not in use,
+/// and a copy of its text, which takes no less than three words.
+constexpr int MOST_OVERHEAD_OF_CELL = 5 * sizeof(char*);
+
 std::chrono::nanoseconds processorTime()
 {
     timespec time = {};
@@ -64,13 +68,12 @@ void QueryBudget::countResult(bool withFileCode)
     sqlite3_trace_v2(m_db, SQLITE_TRACE_ROW, addRow, this);
 }
 
-// As sqlite3_get_table() keeps it: a pointer and a copy of each cell.
 int QueryBudget::addRow(unsigned /*event*/, void* budget, void* statement, void* /*unused*/)
 {
     auto* const row = static_cast<sqlite3_stmt*>(statement);
     long long size = 0;
     for (int i = sqlite3_column_count(row) - 1; i >= 0; --i) {
-        size += static_cast<long long>(sizeof(char*)) + sqlite3_column_bytes(row, i) + 1;
+        size += MOST_OVERHEAD_OF_CELL + sqlite3_column_bytes(row, i);
     }
     static_cast<QueryBudget*>(budget)->m_resultSize += size;
     return 0;

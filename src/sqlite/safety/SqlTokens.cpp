@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -18,6 +19,9 @@ bool isOfAName(char letter)
     return (lower >= 'a' && lower <= 'z') || isDigit(letter) || letter == '_' || letter == '$' ||
            (letter & 0x80) != 0;
 }
+
+/// White space to SQLite, except within a name.
+constexpr const char* BYTE_ORDER_MARK = "\xef\xbb\xbf";
 
 bool isSpace(char letter)
 {
@@ -87,6 +91,8 @@ void SqlTokens::skipSpaceAndComments()
         const char next = m_end - m_at > 1 ? m_at[1] : '\0';
         if (isSpace(*m_at)) {
             ++m_at;
+        } else if (m_end - m_at >= 3 && std::memcmp(m_at, BYTE_ORDER_MARK, 3) == 0) {
+            m_at += 3;
         } else if (*m_at == '-' && next == '-') {
             skipUntil('\n');
         } else if (*m_at == '/' && next == '*') {
@@ -106,14 +112,14 @@ void SqlTokens::skipUntil(char last)
     }
 }
 
-// A doubled quote within a name or a string begins the next one: that the two are one matters to
-// nobody here.
+// A name is as long as it has no quote in it: it can be written in several ways, with the quote
+// doubled in some of them, and names that are cut short alike are taken for the same.
 SqlToken SqlTokens::readQuoted(char closing)
 {
     const char* const text = ++m_at;
     skipUntil(closing);
-    const bool isClosed = m_at[-1] == closing && m_at != text;
-    return {text, static_cast<std::size_t>(m_at - text) - (isClosed ? 1 : 0),
+    const auto length = std::strcspn(text, "\"'`]");
+    return {text, std::min(length, static_cast<std::size_t>(m_at - text)),
             closing == '\'' ? SqlToken::STRING : SqlToken::QUOTED_NAME};
 }
 
