@@ -1,8 +1,9 @@
 // Makes the inputs from which fuzzing starts: makeSeeds <folder> fills <folder>/decoder and
-// <folder>/databaseFile.
+// <folder>/databaseFile and <folder>/schema.
 
 #include <filesystem>
 #include <iostream>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -58,6 +59,19 @@ const std::vector<Named> DATABASES = {
     {"no-tables", "PRAGMA page_size=512; CREATE TABLE t(a)"},
 };
 
+/// How long the inputs are that drive a grammar; of each length there are as many.
+constexpr std::size_t CHOICES[] = {10, 40, 200, 1000, 6000};
+constexpr int SEEDS_OF_A_LENGTH = 6;
+
+std::string choices(std::size_t count, std::minstd_rand& random)
+{
+    std::string bytes;
+    while (bytes.size() < count) {
+        bytes += static_cast<char>(random() % 240);
+    }
+    return bytes;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -75,6 +89,14 @@ int main(int argc, char** argv)
     for (const auto& [name, sql] : DATABASES) {
         std::filesystem::create_directories(folder / "databaseFile");
         runSql(folder / "databaseFile" / name, sql);
+    }
+    std::filesystem::create_directories(folder / "schema");
+    std::minstd_rand random;
+    for (const std::size_t length : CHOICES) {
+        for (int i = 0; i < SEEDS_OF_A_LENGTH; ++i) {
+            const std::string name = std::to_string(length) + "-" + std::to_string(i);
+            setContents(folder / "schema" / name, choices(length, random));
+        }
     }
     return 0;
 }
