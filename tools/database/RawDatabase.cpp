@@ -7,7 +7,7 @@
 
 #include "DatabaseErrors.h"
 #include "deliveredNumber.h"
-#include "sqlite/hardening.h"
+#include "sqlite/safety/hardening.h"
 
 namespace {
 
@@ -132,6 +132,7 @@ RawDatabase::RawDatabase(const std::string& file)
     if (code == SQLITE_OK) {
         harden(m_db);
         restrictToReading(m_db);
+        limitQuery(m_db);
     }
     sqlite3_busy_timeout(m_db, BUSY_TIMEOUT_MS);
     sqlite3_create_function(m_db, "delivered", 2, SQLITE_UTF8, nullptr, deliver, nullptr, nullptr);

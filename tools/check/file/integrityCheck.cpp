@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "sqlite/hardening.h"
+#include "sqlite/safety/hardening.h"
 
 namespace {
 
