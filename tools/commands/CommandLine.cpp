@@ -13,6 +13,8 @@
 #include "CheckCommand.h"
 #include "FaultCommand.h"
 #include "FaultsCommand.h"
+#include "InfoCommand.h"
+#include "InstallCommand.h"
 #include "SqlCommand.h"
 #include "TextsCommand.h"
 #include "database/Database.h"
@@ -106,6 +108,28 @@ FindingKind kindFrom(const std::string& name, const std::string& option)
                             nearest(name, names)));
 }
 
+Choices<Severity> severities()
+{
+    return {{"error", Severity::ERROR}, {"warning", Severity::WARNING}, {"note", Severity::NOTE}};
+}
+
+/// @return a content hash as zav info writes it.
+std::string contentFrom(const std::string& text)
+{
+    constexpr std::size_t DIGITS = 64;
+    std::string hash;
+    for (const char character : text) {
+        hash += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    }
+    if (hash.size() != DIGITS ||
+        hash.find_first_not_of("0123456789abcdef") != std::string::npos) {
+        throw CLI::ValidationError(
+            "--expect", fmt::format(R"("{}" is no content hash: these have {} hexadecimal digits)",
+                                    text, DIGITS));
+    }
+    return hash;
+}
+
 /// What the options of zav check choose from.
 std::string checkFooter()
 {
@@ -140,6 +164,8 @@ public:
         addTexts();
         addSql();
         addCheck();
+        addInfo();
+        addInstall();
     }
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
@@ -162,15 +188,19 @@ private:
     Request request() const
     {
         if (m_run) {
-            return {Format::TABLE, m_run};
+            return {m_format2, m_run};
         }
-        const auto format =
-            chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
-                           m_format, "--format");
-        return {format, [command = m_command, file = m_file, level = m_debugLevel](Output& output) {
+        return {listingFormat(), [command = m_command, file = m_file, level = m_debugLevel](Output& output) {
                     Database database(file, level);
                     return command(database, output);
                 }};
+    }
+
+    Format listingFormat() const
+    {
+        return chosen<Format>(
+            {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}}, m_format,
+            "--format");
     }
 
     static Request printing(const std::string& text)
@@ -254,7 +284,7 @@ private:
         command->add_flag("--all", "A line for each finding, rather than one for many");
         addChoice<Severity>(
             *command, "--fail-on", m_check.failOn,
-            {{"error", Severity::ERROR}, {"warning", Severity::WARNING}, {"note", Severity::NOTE}},
+            severities(),
             "From which severity on the status is 1; warning unless given");
         addKinds(*command, "--ignore", m_check.ignored, "Leave findings of this kind out");
         addKinds(*command, "--only", m_check.only, "Leave findings of all other kinds out");
@@ -267,6 +297,46 @@ private:
                                                   {"sarif", CheckFormat::SARIF}},
                                                  m_format, "--format");
             m_run = [request = m_check](Output& output) { return runCheck(request, output); };
+        });
+    }
+
+    void addInfo()
+    {
+        CLI::App* command = m_app.add_subcommand("info", "Say what a file is");
+        command->add_option("FILE", m_info.files, "The database files")->required()->type_name("");
+        addNumber<std::uint16_t>(*command, "--source", m_info.source,
+                                 "Count the fault types whose name and description are those of "
+                                 "this language")
+            ->type_name("LANGUAGE");
+        command->callback([this] {
+            m_format2 = listingFormat();
+            m_run = [request = m_info](Output& output) { return runInfo(request, output); };
+        });
+    }
+
+    void addInstall()
+    {
+        CLI::App* command =
+            m_app.add_subcommand("install", "Put a checked copy of a file in the place of another");
+        command->add_option("NEW", m_install.source, "The new file")->required()->type_name("");
+        command->add_option("TARGET", m_install.target, "The file that it replaces")
+            ->required()
+            ->type_name("");
+        addChoice<Severity>(*command, "--fail-on", m_install.failOn, severities(),
+                            "From which severity on a finding refuses the file; error unless given");
+        command->add_option_function<std::string>(
+                   "--expect",
+                   [this](const std::string& hash) { m_install.expectedContent = contentFrom(hash); },
+                   "Refuse a file of another content; the hash is that of zav info")
+            ->type_name("HASH");
+        command->add_flag("--downgrade", m_install.allowsDowngrade,
+                          "Allow a release number lower than the old file's");
+        command->callback([this] {
+            m_format2 = listingFormat();
+            if (m_format2 == Format::CSV) {
+                throw CLI::ValidationError("--format", "zav install writes a table or JSON");
+            }
+            m_run = [request = m_install](Output& output) { return runInstall(request, output); };
         });
     }
 
@@ -320,7 +390,10 @@ private:
     std::string m_format = "table";
     Command m_command;
     std::function<ExitStatus(Output&)> m_run;
+    Format m_format2 = Format::TABLE;
     CheckRequest m_check;
+    InfoRequest m_info;
+    InstallRequest m_install;
     std::uint16_t m_code = 0;
     TextsFilter m_filter;
     Statement m_statement = Statement::INSERT;

@@ -30,13 +30,6 @@ void report(const Writer& write, char about, const std::string& words)
     write(about + words.substr(0, words.find(END)) + END);
 }
 
-/// Ten times what a slow device takes.
-std::chrono::seconds mostTime(std::uintmax_t fileSize)
-{
-    constexpr std::uintmax_t BYTES_PER_SECOND = 1024 * 1024;
-    return std::chrono::seconds(10 + fileSize / BYTES_PER_SECOND);
-}
-
 /// Runs the queries that are not of an ordinary table as the library does: it may refuse a view, or
 /// end it, that SQLite alone would go on with. Opening the file lets the library deal with the
 /// journal of a writer that died, as it will on the device.
@@ -150,7 +143,7 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
         add(unreadable("the file is empty"));
         return;
     }
-    const std::chrono::seconds most = mostTime(size);
+    const std::chrono::seconds most = mostTimeFor(size);
     const ProcessResult result = runBounded(
         [&](const Writer& write) { readInEveryWay(file, size, write); }, most, onProgress);
     m_isSafe = result.end == ProcessResult::End::DONE;
