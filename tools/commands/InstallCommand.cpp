@@ -60,7 +60,7 @@ void refuseFindings(const InstallRequest& request, const std::string& copy)
     });
     if (count > 0) {
         writer.endFile();
-        throw UnfitFile(request.source + ": has findings");
+        throw UnfitFile(request.source + ": the findings above refuse it");
     }
 }
 

@@ -39,9 +39,12 @@ FileInfo boundedInfo(const std::string& file, std::optional<std::uint16_t> sourc
 {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error) {  // neither a folder nor a pipe has a size
+        throw UnreadableFile(fmt::format("{}: cannot be opened: {}", file, error.message()));
+    }
     const ProcessResult result =
         runBounded([&](const Writer& write) { write(answerFor(file, source)); },
-                   mostTimeFor(error ? 0 : size), [] {});
+                   mostTimeFor(size), [] {});
     if (result.end != ProcessResult::End::DONE) {
         throw UnreadableFile(fmt::format("{}: cannot be read: it is damaged; see zav check", file));
     }

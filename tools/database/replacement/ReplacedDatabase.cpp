@@ -75,19 +75,25 @@ void ReplacedDatabase::settle()
 void ReplacedDatabase::hold()
 {
     const Patience patience;
-    do {
-        m_lock.reset();
-        settle();
-        if (!exists()) {
-            break;
+    while (exists() && !tryToHold(patience)) {
+        if (!patience.wait()) {
+            throw RefusedReplacement(m_file + ": is in use; others keep writing to it");
         }
-        leaveWalMode(patience);
-        m_lock.emplace(m_file,
-                       m_isDamaged ? LockedFile::Lock::AGAINST_ALL
-                                   : LockedFile::Lock::AGAINST_WRITERS,
-                       patience);
-    } while (!isSettled());
+    }
+    refuseSuperJournal();
     removeJournals();
+}
+
+/// @return false if somebody has come, and died, between the settling and the lock.
+bool ReplacedDatabase::tryToHold(const Patience& patience)
+{
+    using Lock = LockedFile::Lock;
+    m_lock.reset();
+    settle();
+    leaveWalMode(patience);
+    m_lock.emplace(m_file, m_isDamaged ? Lock::AGAINST_ALL : Lock::AGAINST_WRITERS, patience);
+    return m_isDamaged || !(isInForce(m_file + JOURNAL_SUFFIX) || isThere(m_file + WAL_SUFFIX) ||
+                            m_lock->isInWalMode());
 }
 
 /// @return false if the file is damaged.
@@ -119,13 +125,6 @@ void ReplacedDatabase::leaveWalMode(const Patience& patience)
     if (journalsOf(m_file).isWalMode || isThere(m_file + WAL_SUFFIX)) {
         m_isDamaged = !run("PRAGMA journal_mode=DELETE", patience) || m_isDamaged;
     }
-}
-
-/// @return whether nobody has come, and died, between the settling and the lock.
-bool ReplacedDatabase::isSettled() const
-{
-    return m_isDamaged ||
-           !(isInForce(m_file + JOURNAL_SUFFIX) || isThere(m_file + WAL_SUFFIX) || m_lock->isInWalMode());
 }
 
 void ReplacedDatabase::refuseSuperJournal() const

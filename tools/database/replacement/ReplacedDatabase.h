@@ -27,8 +27,8 @@ public:
 
 private:
     bool run(const char* sql, const Patience& patience) const;
+    bool tryToHold(const Patience& patience);
     void leaveWalMode(const Patience& patience);
-    bool isSettled() const;
     void refuseSuperJournal() const;
     void removeJournals() const;
 

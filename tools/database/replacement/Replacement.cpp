@@ -27,6 +27,15 @@ constexpr mode_t PRIVATE = 0600;  // until it is in place
     throw RefusedReplacement(fmt::format("{}: {}: {}", file, what, std::strerror(errno)));
 }
 
+void requireOrdinaryFile(const std::string& file)
+{
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) {
+        throw RefusedReplacement(
+            fmt::format("{}: {}", file, error ? error.message() : "is no ordinary file"));
+    }
+}
+
 std::string resolved(const std::string& target)
 {
     std::error_code error;
@@ -40,10 +49,7 @@ std::string resolved(const std::string& target)
         }
         return fs::absolute(target).string();
     }
-    if (status.type() != fs::file_type::regular) {
-        throw RefusedReplacement(fmt::format("{}: {}", target,
-                                             error ? error.message() : "is no ordinary file"));
-    }
+    requireOrdinaryFile(target);
     return fs::canonical(target).string();
 }
 
@@ -140,6 +146,7 @@ Replacement::~Replacement()
 void Replacement::copyFrom(const std::string& file)
 {
     constexpr std::uint64_t CHUNK = 256 * 1024;
+    requireOrdinaryFile(file);
     const LockedFile source(file, LockedFile::Lock::AGAINST_CHANGES, Patience());
     refuseUnfit(source, file);
     for (std::uint64_t done = 0; done < source.size(); done += CHUNK) {
