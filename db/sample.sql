@@ -3,7 +3,8 @@
 -- Codes: 1xx drives, 2xx sensors, 3xx doors and guards, 4xx supply, 5xx network.
 -- Languages ("id_language"): 1 English, 2 German, 3 French. Every fault type has its texts in all
 -- three. Texts are UTF-8; apostrophes are typographic (’), so that no text holds a single quote.
--- NULL stands for "not known": the library reads it as 0 in a number and as "n/a" in a text.
+-- NULL stands for "not known, or not there": an application shows it as 0 in a number and as "n/a" in
+-- a text. An empty text would show nothing.
 
 INSERT INTO "fault_type_definition" ("code", "alias", "type", "bug", "clear_after_cycle_nr") VALUES
 (101, 'DRV_OVERTEMP',          'error',   0,    3),

@@ -1,5 +1,5 @@
 -- The two tables of a database of fault definitions, with the columns in the order in which the
--- library knows them.
+-- library knows them. NULL means "not known, or not there": it is delivered as 0 or as "n/a".
 
 CREATE TABLE "fault_type_definition" (
     "code" INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL,  -- up to 65535 for a lookup by code

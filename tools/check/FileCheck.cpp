@@ -22,8 +22,18 @@ void FileCheck::run(const FindingSink& sink) const
         return;
     }
     try {
-        checkContents(m_file, m_options, sink);
+        const RawDatabase database(m_file);
+        checkOpened(database, sink);
     } catch (const FailedQuery& failure) {
         sink(unreadable(failure.what()));  // replaced or locked by now
+    }
+}
+
+void FileCheck::checkOpened(const RawDatabase& database, const FindingSink& sink) const
+{
+    try {
+        checkContents(database, m_options, sink);
+    } catch (const FailedQuery& failure) {
+        sink(failedRead("", failure.what()));
     }
 }

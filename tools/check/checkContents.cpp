@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "database/DatabaseErrors.h"
-#include "database/RawDatabase.h"
 #include "file/Trial.h"
 #include "relations/AliasCheck.h"
 #include "relations/CodeSet.h"
@@ -127,7 +126,7 @@ Finding missingIndex(const TableModel& model)
     found.table = model.name;
     found.column = column;
     found.what = fmt::format(
-        "{} reads the whole table; "
+        "{0} reads the whole table; "
         R"(CREATE INDEX "{1}_{2}" ON "{1}" ("{2}");)",
         model.lookup, model.name, column);
     return found;
@@ -169,9 +168,9 @@ void checkDescriptions(TableReading& reading, const TableModel& model, const Cod
 
 }  // namespace
 
-void checkContents(const std::string& file, const CheckOptions& options, const FindingSink& sink)
+void checkContents(const RawDatabase& database, const CheckOptions& options,
+                   const FindingSink& sink)
 {
-    const RawDatabase database(file);
     const TableModel faultTypes = faultTypeModel();
     const TableModel descriptions = descriptionsModel();
     TableReading faultTypeReading(database, faultTypes, options, sink);

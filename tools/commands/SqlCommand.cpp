@@ -71,7 +71,7 @@ std::string script(const std::vector<Record>& records, Statement statement)
 void warnOfLosses(const Database& database, const std::vector<std::string>& tables)
 {
     std::size_t losses = 0;
-    checkContents(database.file(), {}, [&](const Finding& finding) {
+    checkContents(RawDatabase(database.file()), {}, [&](const Finding& finding) {
         const bool isInScript =
             std::find(tables.begin(), tables.end(), finding.table) != tables.end();
         losses += isInScript && isLoss(finding) ? 1U : 0U;

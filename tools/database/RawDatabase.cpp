@@ -56,6 +56,7 @@ public:
         if (code != SQLITE_OK && code != SQLITE_ERROR) {
             database.fail();
         }
+        m_row = RawRow(m_statement);
     }
     ~Statement() { sqlite3_finalize(m_statement); }
     Statement(const Statement&) = delete;
@@ -71,7 +72,11 @@ public:
         if (code != SQLITE_ROW && code != SQLITE_DONE) {
             m_database.fail();
         }
-        return code == SQLITE_ROW;
+        const bool hasRow = code == SQLITE_ROW;
+        if (hasRow) {
+            m_row.noteTypes();
+        }
+        return hasRow;
     }
 
     /// Starts again, with a number in the place of ?1.
@@ -81,7 +86,7 @@ public:
         sqlite3_bind_int64(m_statement, 1, number);
     }
 
-    RawRow row() const { return RawRow(m_statement); }
+    const RawRow& row() const { return m_row; }
 
     std::vector<std::string> columnNames() const
     {
@@ -95,7 +100,16 @@ public:
 private:
     const RawDatabase& m_database;
     sqlite3_stmt* m_statement = nullptr;
+    RawRow m_row{nullptr};
 };
+
+void RawRow::noteTypes()
+{
+    m_types.clear();
+    for (int i = 0; i < columnCount(); ++i) {
+        m_types.push_back(cellType(sqlite3_column_type(m_statement, i)));
+    }
+}
 
 int RawRow::columnCount() const
 {
@@ -104,9 +118,9 @@ int RawRow::columnCount() const
 
 RawCellView RawRow::cell(int index) const
 {
-    const CellType type = cellType(sqlite3_column_type(m_statement, index));  // before it is a text
     const unsigned char* start = sqlite3_column_text(m_statement, index);
-    return {type, viewOf(start, sqlite3_column_bytes(m_statement, index))};
+    return {m_types[static_cast<std::size_t>(index)],
+            viewOf(start, sqlite3_column_bytes(m_statement, index))};
 }
 
 RawDatabase::RawDatabase(const std::string& file)

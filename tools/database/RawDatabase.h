@@ -16,6 +16,10 @@ class RawRow {
 public:
     explicit RawRow(sqlite3_stmt* statement) : m_statement(statement) {}
 
+    /// To be called once the statement has another row: a type is known only until a text is made
+    /// of the cell.
+    void noteTypes();
+
     int columnCount() const;
 
     /// @return what holds as long as the row is the current one.
@@ -23,6 +27,7 @@ public:
 
 private:
     sqlite3_stmt* m_statement;
+    std::vector<CellType> m_types;
 };
 
 /// A database file as SQLite sees it, opened read-only beside the library and hardened as by it.

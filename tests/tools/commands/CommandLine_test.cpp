@@ -26,6 +26,9 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"sql FILE delete", "STATEMENT: \"delete\" is none of insert|update"},
         {"sql FILE insert --table faults",
          "--table: \"faults\" is none of fault_type_definition|descriptions|all"},
+        {"faults FILE --format sarif", "--format: \"sarif\" is none of table|json|csv"},
+        {"check FILE --format xml", "--format: \"xml\" is none of table|json|csv|sarif"},
+        {"check FILE --fail-on never", "--fail-on: \"never\" is none of error|warning|note"},
         {"sql FILE insert --format json", "--format: zav sql writes nothing but SQL"},
     };
     const ZavCommand zav;
@@ -138,7 +141,7 @@ TEST(CommandLine, TakesAFileOfAnyName)
     for (const std::string name : {"-dash.db", "'file:uri.db?mode=memory'", "'\"odd\" name.db'"}) {
         std::string line = inFolder;
         line.append(name).append(" && zav check -- ").append(name);
-        EXPECT_EQ(zav.shell(line).output, "no findings\n") << name;
+        EXPECT_NE(zav.shell(line).output.find(": no findings\n"), std::string::npos) << name;
     }
 }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "tools/ZavCommand.h"
 #include "support/database.h"
+#include "tools/ZavCommand.h"
 
 namespace {
 

@@ -33,7 +33,9 @@ void report(const Writer& write, char about, const std::string& words)
 /// Runs the queries that are not of an ordinary table as the library does: it may refuse a view, or
 /// end it, that SQLite alone would go on with. Opening the file lets the library deal with the
 /// journal of a writer that died, as it will on the device.
-void readByLibrary(const std::string& file, const Writer& write)
+///
+/// @return whether it can read them.
+bool readByLibrary(const std::string& file, const Writer& write)
 {
     const LibrarySilence silence;
     std::string table;
@@ -51,10 +53,12 @@ void readByLibrary(const std::string& file, const Writer& write)
     } catch (const UnreadableFile&) {
         if (!table.empty()) {
             report(write, LIBRARY_FAILS, table);
+            return false;
         }
     } catch (const FailedQuery&) {
-        return;  // comes again, and is reported, without the library
+        return true;  // comes again, and is reported, without the library
     }
+    return true;
 }
 
 void touchCells(const RawRow& row)
@@ -74,28 +78,37 @@ void readWhole(const RawDatabase& database, const std::string& table)
     }
 }
 
-void readBySqlite(const std::string& file, std::uintmax_t size, const Writer& write)
+/// @throws FailedQuery
+void readBySqlite(const RawDatabase& database, const std::string& file, const Writer& write)
 {
-    const RawDatabase database(file);
-    integrityCheck(file, size, [&](const std::string& words) { report(write, IS_DAMAGED, words); });
+    integrityCheck(file, [&](const std::string& words) { report(write, IS_DAMAGED, words); });
     readWhole(database, faultTypeModel().name);
     readWhole(database, descriptionsModel().name);
+    compareLookups(database, descriptionsModel(),
+                   [&](const std::string& code) { report(write, LOOKUP_DIFFERS, code); });
+}
+
+void readInEveryWay(const std::string& file, const Writer& write)
+{
+    if (!readByLibrary(file, write)) {
+        return;
+    }
+    char failing = CANNOT_BE_READ;
     try {
-        compareLookups(database, descriptionsModel(),
-                       [&](const std::string& code) { report(write, LOOKUP_DIFFERS, code); });
+        const RawDatabase database(file);
+        failing = IS_DAMAGED;
+        readBySqlite(database, file, write);
     } catch (const FailedQuery& failure) {
-        report(write, IS_DAMAGED, failure.what());
+        report(write, failing, failure.what());
     }
 }
 
-void readInEveryWay(const std::string& file, std::uintmax_t size, const Writer& write)
+/// Enough for the page cache and for a few values, none of which is longer than the file; but not
+/// for what a file computes to do harm.
+void limitMemory(std::uintmax_t fileSize)
 {
-    readByLibrary(file, write);
-    try {
-        readBySqlite(file, size, write);
-    } catch (const FailedQuery& failure) {
-        report(write, CANNOT_BE_READ, failure.what());
-    }
+    constexpr sqlite3_int64 LEAST = 128U << 20U;
+    sqlite3_hard_heap_limit64(LEAST + 4 * static_cast<sqlite3_int64>(fileSize));
 }
 
 Finding damaged(const std::string& what)
@@ -143,9 +156,10 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
         add(unreadable("the file is empty"));
         return;
     }
+    limitMemory(size);  // here, too: what fails there for want of memory must not succeed here
     const std::chrono::seconds most = mostTimeFor(size);
-    const ProcessResult result = runBounded(
-        [&](const Writer& write) { readInEveryWay(file, size, write); }, most, onProgress);
+    const ProcessResult result =
+        runBounded([&](const Writer& write) { readInEveryWay(file, write); }, most, onProgress);
     m_isSafe = result.end == ProcessResult::End::DONE;
     for (std::size_t start = 0; start < result.output.size();) {
         const std::size_t end = std::min(result.output.find(END, start), result.output.size());
@@ -170,6 +184,7 @@ void Trial::take(const std::string& report)
         break;
     case LIBRARY_FAILS:
         add(failingView(words));
+        m_isSafe = false;
         break;
     case LOOKUP_DIFFERS:
         add(differentLookup(words));
@@ -188,7 +203,7 @@ Finding unreadable(const std::string& words)
 
 Finding failedRead(const std::string& table, const std::string& words)
 {
-    Finding found = damaged("the table cannot be read to its end");
+    Finding found = damaged("cannot be read to its end");
     found.table = table;
     found.value = RawCell::ofText(words);
     return found;

@@ -59,6 +59,21 @@ RowsByNumber rowsOfScan(const RawDatabase& database, const TableModel& model)
     return rows;
 }
 
+/// An application asks for the texts of the fault types that there are, with texts or without.
+void addCodes(const RawDatabase& database, RowsByNumber& rows)
+{
+    const TableModel faultTypes = faultTypeModel();
+    const std::string codes =
+        fmt::format(R"(SELECT delivered({}, {}) FROM "{}")", faultTypes.keyColumn().name,
+                    static_cast<int>(FieldKind::NUMBER_32), faultTypes.name);
+    if (database.accepts(codes)) {
+        database.read(codes, [&](const RawRow& row) {
+            rows[std::stoll(
+                std::string(row.cell(0).bytes))];  // none, unless there are some already
+        });
+    }
+}
+
 RowsByNumber rowsOfLookup(const RawDatabase& database, const TableModel& model,
                           const std::vector<std::int64_t>& numbers)
 {
@@ -78,7 +93,11 @@ void compareLookups(const RawDatabase& database, const TableModel& model,
     if (!database.accepts(lookup) || database.readsWholeTable(lookup)) {
         return;
     }
-    const RowsByNumber scanned = rowsOfScan(database, model);
+    RowsByNumber scanned = rowsOfScan(database, model);
+    if (scanned.empty()) {
+        return;
+    }
+    addCodes(database, scanned);
     std::vector<std::int64_t> numbers;
     for (const auto& [number, rows] : scanned) {
         numbers.push_back(number);

@@ -63,8 +63,8 @@ std::string tableAnew(const TableModel& model)
 std::string unfilled(const TableModel::Column& column)
 {
     return column.kind == FieldKind::TEXT
-               ? "the text last read (at first an empty one) in every record"
-               : "the number last read (at first 0) in every record";
+               ? "every record holds the text last read (at first an empty one)"
+               : "every record holds the number last read (at first 0)";
 }
 
 Finding columnFinding(FindingKind kind, const TableModel& model, const std::string& column,
@@ -81,7 +81,7 @@ Finding missingColumn(const TableModel& model, const TableModel::Column& column)
 {
     const bool isFilter = column.name == model.filterColumn().name;
     return columnFinding(FindingKind::MISSING_COLUMN, model, column.name,
-                         fmt::format("there is {}{}; {}", unfilled(column),
+                         fmt::format("{}{}; {}", unfilled(column),
                                      isFilter ? ", and " + model.lookup + " fails" : "",
                                      column.isKey || isFilter
                                          ? tableAnew(model)
@@ -93,7 +93,7 @@ Finding otherLetters(const TableModel& model, const TableModel::Column& column,
                      const std::string& name)
 {
     return columnFinding(FindingKind::LETTER_CASE, model, name,
-                         fmt::format(R"(the library looks for "{0}", so there is {1}; )"
+                         fmt::format(R"(the library looks for "{0}", so that {1}; )"
                                      R"(ALTER TABLE "{2}" RENAME COLUMN "{3}" TO "{0}";)",
                                      column.name, unfilled(column), model.name, name));
 }

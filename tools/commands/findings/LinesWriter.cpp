@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
+
 #include "findingText.h"
 #include "text/TextWidth.h"
 #include "text/counted.h"
@@ -23,13 +25,20 @@ std::string placeOf(const std::string& table, const std::string& row, const std:
     return place.empty() ? "" : place + ": ";
 }
 
+Severity severityOf(const Finding& finding)
+{
+    return infoOf(finding.kind).severity;
+}
+
 std::string rowAndValue(const Finding& finding)
 {
     std::vector<std::string> parts;
     if (!finding.row.label.empty()) {
         parts.push_back(shortened(finding.row.label, LONGEST_IN_GROUP));
     }
-    if (finding.value) {
+    const bool isKey =
+        finding.value && finding.row.label == finding.column + '=' + finding.value->bytes;
+    if (finding.value && !isKey) {
         parts.push_back(shownValue(*finding.value, LONGEST_IN_GROUP));
     }
     return fmt::format("{}", fmt::join(parts, " "));
@@ -45,7 +54,7 @@ void LinesWriter::beginFile(const std::string& file)
 
 void LinesWriter::add(const Finding& finding)
 {
-    ++m_counts[static_cast<std::size_t>(infoOf(finding.kind).severity)];
+    ++m_counts[static_cast<std::size_t>(severityOf(finding))];
     if (m_isGrouped) {
         addToGroup(finding);
     } else {
@@ -56,7 +65,12 @@ void LinesWriter::add(const Finding& finding)
 
 void LinesWriter::addToGroup(const Finding& finding)
 {
-    Group& group = m_groups[{finding.kind, finding.table, finding.column}];
+    const GroupKey key = {finding.kind, finding.table, finding.column};
+    const auto [position, isNew] = m_groupPositions.emplace(key, m_groups.size());
+    if (isNew) {
+        m_groups.emplace_back();
+    }
+    Group& group = m_groups[position->second];
     ++group.count;
     if (group.first.size() < SHOWN_ROWS) {
         group.first.push_back(finding);
@@ -64,10 +78,12 @@ void LinesWriter::addToGroup(const Finding& finding)
     group.isOneAdvice = group.isOneAdvice && finding.what == group.first.front().what;
 }
 
-/// The order of the kinds is that of their severities.
 void LinesWriter::writeGroups()
 {
-    for (const auto& [key, group] : m_groups) {
+    std::stable_sort(m_groups.begin(), m_groups.end(), [](const Group& one, const Group& other) {
+        return severityOf(one.first.front()) > severityOf(other.first.front());
+    });
+    for (const Group& group : m_groups) {
         const Finding& first = group.first.front();
         if (group.count == 1) {
             writeLine(first, placeOf(first.table, first.row.label, first.column), messageOf(first));
@@ -80,10 +96,11 @@ void LinesWriter::writeGroups()
         const std::string more =
             group.count > rows.size() ? fmt::format(" and {} more", group.count - rows.size()) : "";
         writeLine(first, placeOf(first.table, "", first.column),
-                  fmt::format("{} in all: {}{}: {}", group.count, fmt::join(rows, ", "), more,
+                  fmt::format("{} in all ({}{}): {}", group.count, fmt::join(rows, ", "), more,
                               group.isOneAdvice ? first.what : infoOf(first.kind).help));
     }
     m_groups.clear();
+    m_groupPositions.clear();
 }
 
 void LinesWriter::writeLine(const Finding& finding, const std::string& place,

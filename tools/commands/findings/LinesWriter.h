@@ -38,6 +38,7 @@ private:
     Output& m_output;
     const bool m_isGrouped;
     std::string m_file;
-    std::map<GroupKey, Group> m_groups;
+    std::vector<Group> m_groups;  ///< in the order of their first findings
+    std::map<GroupKey, std::size_t> m_groupPositions;
     std::array<std::size_t, 3> m_counts = {};  ///< by severity
 };
