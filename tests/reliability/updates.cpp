@@ -1,8 +1,8 @@
 // A reader under updates: updates NUMBER has that many of them made by zav install while it keeps
-// asking, as examples/follow-updates shows. Ends with 1 if an answer is neither the old file's nor the new
-// one's, if an update goes unnoticed, or if descriptors or memory have grown. To be run with
-// GLIBC_TUNABLES=glibc.malloc.tcache_count=0: what the allocator keeps for its threads counts as in
-// use.
+// asking, as examples/follow-updates shows. Ends with 1 if an answer is neither the old file's nor
+// the new one's, if an update goes unnoticed, or if descriptors or memory have grown. To be run
+// with GLIBC_TUNABLES=glibc.malloc.tcache_count=0: what the allocator keeps for its threads counts
+// as in use.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -39,9 +39,8 @@ std::string makeGeneration(const std::string& file, const std::string& word)
         file,
         "INSERT INTO fault_type_definition VALUES(1,'E1','error',0,0);"
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
-            std::to_string(TEXTS) +
-            ") INSERT INTO descriptions SELECT i, 1, i, '" + word + "', '', '" + word +
-            "', '', '' FROM n");
+            std::to_string(TEXTS) + ") INSERT INTO descriptions SELECT i, 1, i, '" + word +
+            "', '', '" + word + "', '', '' FROM n");
 }
 
 /// An update that is under way.

@@ -49,9 +49,9 @@ std::string textAt(const Call& call, std::size_t argument)
 std::string descriptorAt(const Call& call, std::size_t argument)
 {
     std::error_code error;
-    return nameOf(fs::read_symlink("/proc/" + std::to_string(call.process) + "/fd/" +
-                                       std::to_string(call.arguments[argument]),
-                                   error));
+    return nameOf(fs::read_symlink(
+        "/proc/" + std::to_string(call.process) + "/fd/" + std::to_string(call.arguments[argument]),
+        error));
 }
 
 using Description = std::optional<std::string>;
@@ -157,8 +157,7 @@ Description aboutToChange(pid_t process)
         return std::nullopt;
     }
     const auto call = changingCalls().find(static_cast<long>(info.entry.nr));
-    return call == changingCalls().end() ? std::nullopt
-                                         : call->second({process, info.entry.args});
+    return call == changingCalls().end() ? std::nullopt : call->second({process, info.entry.args});
 }
 
 }  // namespace
@@ -188,9 +187,8 @@ TracedRun runTraced(const std::vector<std::string>& command, std::size_t killBef
         if (waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) {
             break;
         }
-        signal = WSTOPSIG(status) == SYSCALL_STOP || WSTOPSIG(status) == SIGTRAP
-                     ? 0
-                     : WSTOPSIG(status);
+        signal =
+            WSTOPSIG(status) == SYSCALL_STOP || WSTOPSIG(status) == SIGTRAP ? 0 : WSTOPSIG(status);
         if (WSTOPSIG(status) != SYSCALL_STOP) {
             continue;
         }

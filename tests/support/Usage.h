@@ -1,6 +1,7 @@
 #pragma once
 
-/// What a process takes: descriptors, bytes on the heap, SQLite's part of them, and pages in memory.
+/// What a process takes: descriptors, bytes on the heap, SQLite's part of them, and pages in
+/// memory.
 struct Usage {
     long descriptors;
     long long heapBytes;

@@ -49,10 +49,9 @@ Table::Cell numberOrNothing(std::optional<std::size_t> number)
 
 Table languagesOf(const FileInfo& info, std::optional<std::uint16_t> source)
 {
-    Table table = {{{"language", Kind::NUMBER},
-                    {"with_text", Kind::NUMBER},
-                    {"without_text", Kind::NUMBER}},
-                   {}};
+    Table table = {
+        {{"language", Kind::NUMBER}, {"with_text", Kind::NUMBER}, {"without_text", Kind::NUMBER}},
+        {}};
     if (source) {
         table.columns.push_back({fmt::format("same_as_{}", *source), Kind::NUMBER});
     }
@@ -118,7 +117,7 @@ ExitStatus printCsv(const InfoRequest& request, Output& output)
         for (const LanguageInfo& language : info.languages) {
             print({std::to_string(language.language), std::to_string(language.withText),
                    std::to_string(language.withoutText),
-                   cellText(numberOrNothing(language.sameAsSource))});
+                   language.sameAsSource ? std::to_string(*language.sameAsSource) : ""});
         }
         if (info.languages.empty()) {
             print({"", "", "", ""});

@@ -85,7 +85,8 @@ void refuseSameFile(const InstallRequest& request)
 {
     std::error_code error;
     if (fs::equivalent(request.source, request.target, error)) {
-        throw RefusedReplacement(fmt::format("{} and {} are the same file", request.source, request.target));
+        throw RefusedReplacement(
+            fmt::format("{} and {} are the same file", request.source, request.target));
     }
 }
 
@@ -106,7 +107,8 @@ void printForPeople(const std::string& target, const Old& old, const FileInfo& n
 {
     Table table = {{{"file", Kind::TEXT}}, {{target}}};
     const std::vector<InfoText> texts = infoTexts(newInfo);
-    const std::vector<InfoText> oldTexts = old.info ? infoTexts(*old.info) : std::vector<InfoText>();
+    const std::vector<InfoText> oldTexts =
+        old.info ? infoTexts(*old.info) : std::vector<InfoText>();
     const std::string withoutInfo = old.exists ? "unreadable" : "none";
     for (std::size_t i = 0; i < texts.size(); ++i) {
         table.columns.push_back({texts[i].name, Kind::TEXT});

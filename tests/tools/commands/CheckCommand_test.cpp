@@ -69,7 +69,8 @@ TEST(CheckCommand, PutsFindingsOfOneKindTableAndColumnIntoOneLine)
         zav.database(missingRemedies(row.count));
         EXPECT_EQ(inFolder(zav, "zav check faults.db").output,
                   "faults.db: " + row.place + ": note: " + row.rows +
-                      ": reads as \"n/a\", for what is not known or not there; write '' to show nothing [null]\n"
+                      ": reads as \"n/a\", for what is not known or not there; write '' to show "
+                      "nothing [null]\n"
                       "faults.db: " +
                       row.summary + "\n");
     }

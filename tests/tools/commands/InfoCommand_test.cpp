@@ -106,8 +106,7 @@ TEST(InfoCommand, GoesOnWhereAFileCannotBeRead)
     const std::string good = zav.database();
     const std::string bad = zav.file("bad.db");
     setContents(bad, "no database, but long enough for one");
-    const CommandResult result =
-        zav.run("info " + bad + " " + zav.file("missing.db") + " " + good);
+    const CommandResult result = zav.run("info " + bad + " " + zav.file("missing.db") + " " + good);
     EXPECT_EQ(result.output.rfind("file          " + good + "\nrelease       none\n", 0), 0U);
     EXPECT_EQ(result.errors, "zav: " + bad +
                                  ": cannot be read: file is not a database\n"

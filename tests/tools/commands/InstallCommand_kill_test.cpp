@@ -24,8 +24,9 @@ std::string textsOf(const std::string& word)
         "INSERT INTO fault_type_definition VALUES(1,'E1','error',0,0),(2,'E2','error',0,0),"
         "(3,'E3','error',0,0);";
     for (const char* code : {"1", "2", "3"}) {
-        sql += std::string("INSERT INTO descriptions(id_fault_type,id_language,name,description,"
-                           "remedy) VALUES(") +
+        sql += std::string(
+                   "INSERT INTO descriptions(id_fault_type,id_language,name,description,"
+                   "remedy) VALUES(") +
                code + ",1,'" + word + "','" + std::string(2500, 'x') + "','" + word + "');";
     }
     return sql;
@@ -65,8 +66,8 @@ const Situation SITUATIONS[] = {
     {"NoOldFile", [](const std::string&) {}, "missing"},
     {"AnOldFile", [](const std::string& file) { makeOld(file); }, OLD},
     {"AnEmptyOldFile", [](const std::string& file) { setContents(file, ""); }, "unreadable"},
-    {"ADamagedOldFile",
-     [](const std::string& file) { setContents(file, std::string(5000, 'x')); }, "unreadable"},
+    {"ADamagedOldFile", [](const std::string& file) { setContents(file, std::string(5000, 'x')); },
+     "unreadable"},
     {"AWriterThatDied",
      [](const std::string& file) {
          makeOld(file);

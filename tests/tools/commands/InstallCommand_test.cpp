@@ -40,7 +40,8 @@ protected:
 
     std::string installedAlias() const
     {
-        return m_zav.shell("sqlite3 -readonly " + m_target + " 'SELECT alias FROM fault_type_definition'")
+        return m_zav
+            .shell("sqlite3 -readonly " + m_target + " 'SELECT alias FROM fault_type_definition'")
             .output;
     }
 
@@ -76,10 +77,9 @@ TEST_F(Install, SaysWhatItHasReplacedByWhat)
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.status, 0);
     const std::string content = result.output.substr(result.output.find("content"));
-    EXPECT_EQ(result.output.substr(0, result.output.find("content")),
-              "file          " + m_target +
-                  "\n"
-                  "release       3 -> 4\n");
+    EXPECT_EQ(result.output.substr(0, result.output.find("content")), "file          " + m_target +
+                                                                          "\n"
+                                                                          "release       3 -> 4\n");
     EXPECT_EQ(content.substr(content.find("fault types")),
               "fault types   1 -> 1\n"
               "texts         1 -> 1\n"
@@ -98,10 +98,10 @@ TEST_F(Install, SaysItInJson)
         "infos = json.load(sys.stdin); [info.pop(\"file\") for info in infos];"
         "print(said[\"file\"], [said[\"old\"], said[\"new\"]] == infos)'";
     setContents(m_zav.file("said"), result.output);
-    EXPECT_EQ(m_zav.shell("cd " + m_zav.file("") + "; zav info --format json old.db new.db | " +
-                          script)
-                  .output,
-              m_target + " True\n");
+    EXPECT_EQ(
+        m_zav.shell("cd " + m_zav.file("") + "; zav info --format json old.db new.db | " + script)
+            .output,
+        m_target + " True\n");
 }
 
 TEST_F(Install, MakesAFileWhereThereIsNone)
@@ -162,8 +162,9 @@ TEST_F(Install, LetsReadersOfTheOldFileGoOn)
     OpenFile reader(m_target);
     reader.run("BEGIN; SELECT * FROM descriptions");
     EXPECT_EQ(install().status, 0);
-    EXPECT_NO_THROW(reader.run("SELECT CASE WHEN alias='old' THEN 1 ELSE abs(-1 << 63) END FROM "
-                               "fault_type_definition"));
+    EXPECT_NO_THROW(
+        reader.run("SELECT CASE WHEN alias='old' THEN 1 ELSE abs(-1 << 63) END FROM "
+                   "fault_type_definition"));
     EXPECT_EQ(installedAlias(), "new\n");
 }
 
@@ -179,12 +180,12 @@ TEST_F(Install, CleansUpAfterAnEarlierAttempt)
 TEST_F(Install, SeveralAtOnceDoNotSpoilEachOther)
 {
     makeDatabase(m_zav.file("other.db"), textsOf("other"));
-    const CommandResult result = m_zav.shell(
-        "cd " + m_zav.file("") +
-        "; for i in 1 2 3 4 5 6; do"
-        "  zav install new.db data/faults.db >/dev/null || echo failed &"
-        "  zav install other.db data/faults.db >/dev/null || echo failed &"
-        " done; wait");
+    const CommandResult result =
+        m_zav.shell("cd " + m_zav.file("") +
+                    "; for i in 1 2 3 4 5 6; do"
+                    "  zav install new.db data/faults.db >/dev/null || echo failed &"
+                    "  zav install other.db data/faults.db >/dev/null || echo failed &"
+                    " done; wait");
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors, "");
     const auto files = filesInFolder();
@@ -234,9 +235,9 @@ TEST_F(Install, RefusesFindingsFromASeverityOn)
     const auto before = filesInFolder();
     const CommandResult refused = install("--fail-on warning");
     EXPECT_EQ(refused.output, "");
-    EXPECT_EQ(refused.errors,
-              m_zav.run("check --only control-character " + m_new).output +
-                  "zav: not installed: " + m_new + ": the findings above refuse it\n");
+    EXPECT_EQ(refused.errors, m_zav.run("check --only control-character " + m_new).output +
+                                  "zav: not installed: " + m_new +
+                                  ": the findings above refuse it\n");
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(filesInFolder(), before);
     EXPECT_EQ(install().status, 0) << "errors alone unless told otherwise";
@@ -247,16 +248,18 @@ TEST_F(Install, RefusesFindingsFromASeverityOn)
 
 TEST_F(Install, RefusesOtherContentThanExpected)
 {
-    const std::string hash = m_zav.shell("zav info --format csv " + m_new + " | sed 1d | cut -d, -f3")
-                                 .output.substr(0, 64);
+    const std::string hash =
+        m_zav.shell("zav info --format csv " + m_new + " | sed 1d | cut -d, -f3")
+            .output.substr(0, 64);
     const std::string other(64, 'a');
     const auto before = filesInFolder();
     expectRefusal(install("--expect " + other), 1,
                   m_new + ": holds the content " + hash + ", not " + other);
     EXPECT_EQ(filesInFolder(), before);
     EXPECT_EQ(install("--expect " + hash).status, 0);
-    EXPECT_EQ(m_zav.shell("zav install " + m_new + " " + m_target + " --expect $(echo " + hash +
-                          " | tr a-f A-F)")
+    EXPECT_EQ(m_zav
+                  .shell("zav install " + m_new + " " + m_target + " --expect $(echo " + hash +
+                         " | tr a-f A-F)")
                   .status,
               0);
 }
@@ -268,9 +271,8 @@ TEST_F(Install, RefusesALowerReleaseUnlessItIsAskedFor)
         int newRelease;
         bool isRefused;
     };
-    const Case cases[] = {{4, 3, true},  {4, 4, false}, {4, 5, false},
-                          {4, 0, true},  {0, 0, false}, {0, 1, false},
-                          {-1, -2, true}};
+    const Case cases[] = {{4, 3, true},  {4, 4, false}, {4, 5, false}, {4, 0, true},
+                          {0, 0, false}, {0, 1, false}, {-1, -2, true}};
     for (const Case& row : cases) {
         fs::remove(m_target);
         makeDatabase(m_target, textsOf("old"));
@@ -298,7 +300,8 @@ TEST_F(Install, RefusesWhatCannotBeReplaced)
     };
     const Case cases[] = {
         {m_folder, m_folder + ": is a folder"},
-        {m_zav.file("dangling.db"), m_zav.file("dangling.db") + ": is a link that leads to no file"},
+        {m_zav.file("dangling.db"),
+         m_zav.file("dangling.db") + ": is a link that leads to no file"},
         {m_zav.file("fifo"), m_zav.file("fifo") + ": is no ordinary file"},
         {m_zav.file("nowhere/faults.db"),
          m_zav.file("nowhere/faults.db.zav-new") + ": cannot be made: No such file or directory"},
@@ -344,10 +347,10 @@ TEST_F(Install, RefusesWhatDoesNotFitTheDisk)
                   3, m_target + ".zav-new: cannot be written: File too large");
     EXPECT_EQ(filesInFolder(), before);
 
-    const std::string script = "mount -t tmpfs -o size=128k none " + m_zav.file("small") + " && cp " +
-                               m_target + " " + m_zav.file("small") + " && ! $ZAV install " + m_new +
-                               " " + m_zav.file("small/faults.db") + " && ls " +
-                               m_zav.file("small");
+    const std::string script = "mount -t tmpfs -o size=128k none " + m_zav.file("small") +
+                               " && cp " + m_target + " " + m_zav.file("small") +
+                               " && ! $ZAV install " + m_new + " " + m_zav.file("small/faults.db") +
+                               " && ls " + m_zav.file("small");
     fs::create_directory(m_zav.file("small"));
     if (m_zav.shell("unshare -m mount -t tmpfs none " + m_zav.file("small")).status != 0) {
         GTEST_SKIP() << "no file system can be mounted here, to be filled";
@@ -412,8 +415,8 @@ TEST_F(Install, RefusesAnOldFileInWalModeThatOthersHaveOpen)
 TEST_F(Install, RefusesAJournalThatNamesASuperJournal)
 {
     // As SQLite's file format has it: the name, its length, its sum, and eight fixed bytes.
-    const std::string journal = contents(m_target).substr(0, 512) +
-                                "super" + std::string("\0\0\0\5", 4) + "sum." +
+    const std::string journal = contents(m_target).substr(0, 512) + "super" +
+                                std::string("\0\0\0\5", 4) + "sum." +
                                 "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
     for (const bool isThere : {true, false}) {
         if (!isThere) {
@@ -422,8 +425,9 @@ TEST_F(Install, RefusesAJournalThatNamesASuperJournal)
         setContents(m_target + "-journal", journal);
         const auto before = filesInFolder();
         expectRefusal(install(), 3,
-                      m_target + "-journal: belongs to a transaction on several databases; let its "
-                                 "program open them first");
+                      m_target +
+                          "-journal: belongs to a transaction on several databases; let its "
+                          "program open them first");
         EXPECT_EQ(filesInFolder(), before);
     }
 }

@@ -42,9 +42,8 @@ FileInfo boundedInfo(const std::string& file, std::optional<std::uint16_t> sourc
     if (error) {  // neither a folder nor a pipe has a size
         throw UnreadableFile(fmt::format("{}: cannot be opened: {}", file, error.message()));
     }
-    const ProcessResult result =
-        runBounded([&](const Writer& write) { write(answerFor(file, source)); },
-                   mostTimeFor(size), [] {});
+    const ProcessResult result = runBounded(
+        [&](const Writer& write) { write(answerFor(file, source)); }, mostTimeFor(size), [] {});
     if (result.end != ProcessResult::End::DONE) {
         throw UnreadableFile(fmt::format("{}: cannot be read: it is damaged; see zav check", file));
     }

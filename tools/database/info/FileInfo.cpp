@@ -34,9 +34,9 @@ std::string sqliteVersionIn(const std::string& header)
     for (const char byte : header.substr(POSITION, LENGTH)) {
         number = number << 8U | static_cast<unsigned char>(byte);
     }
-    return number == 0 ? ""
-                       : fmt::format("{}.{}.{}", number / 1000000, number / 1000 % 1000,
-                                     number % 1000);
+    return number == 0
+               ? ""
+               : fmt::format("{}.{}.{}", number / 1000000, number / 1000 % 1000, number % 1000);
 }
 
 void readFaultTypes(const RawDatabase& database, ContentHash& hash, LanguageCount& languages,

@@ -38,8 +38,8 @@ void LanguageCount::addFaultType(const RawCellView& code)
 
 void LanguageCount::addText(const RawRow& row)
 {
-    const auto language = static_cast<std::uint16_t>(
-        numberIn(row.cell(m_languageColumn), FieldKind::NUMBER_16));
+    const auto language =
+        static_cast<std::uint16_t>(numberIn(row.cell(m_languageColumn), FieldKind::NUMBER_16));
     const Code code = numberIn(row.cell(m_faultTypeColumn), FieldKind::NUMBER_16);
     m_texts[language].try_emplace(code, m_source ? digestOf(row) : "");
 }

@@ -36,7 +36,8 @@ void LockedFile::open(int flags)
     if (flags == SQLITE_OPEN_READWRITE && sqlite3_db_readonly(m_db, "main") != 0) {
         throw RefusedReplacement(fmt::format("{}: may not be written to", m_name));
     }
-    check(sqlite3_file_control(m_db, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&m_file)));
+    check(
+        sqlite3_file_control(m_db, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&m_file)));
 }
 
 void LockedFile::acquire(Lock lock, const Patience& patience)

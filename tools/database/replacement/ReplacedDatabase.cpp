@@ -68,7 +68,8 @@ void ReplacedDatabase::settle()
 {
     refuseSuperJournal();
     if (exists()) {
-        m_isDamaged = !run("PRAGMA schema_version", Patience());  // SQLite rolls back before it reads
+        m_isDamaged =
+            !run("PRAGMA schema_version", Patience());  // SQLite rolls back before it reads
     }
 }
 

@@ -13,8 +13,8 @@ public:
 
     bool exists() const;
 
-    /// Lets SQLite bring the file to its last committed state, if a writer has died: any reader with
-    /// the right to write does it, too.
+    /// Lets SQLite bring the file to its last committed state, if a writer has died: any reader
+    /// with the right to write does it, too.
     ///
     /// @throws RefusedReplacement
     void settle();

@@ -112,8 +112,9 @@ void refuseUnfit(const LockedFile& source, const std::string& file)
     for (const char* suffix : {JOURNAL_SUFFIX, WAL_SUFFIX}) {
         std::error_code error;
         if (fs::exists(path + suffix, error)) {
-            throw UnfitFile(fmt::format(
-                "{}: {} lies beside it; close what has it open, or run VACUUM", file, fs::path(path + suffix).filename().string()));
+            throw UnfitFile(
+                fmt::format("{}: {} lies beside it; close what has it open, or run VACUUM", file,
+                            fs::path(path + suffix).filename().string()));
         }
     }
     if (source.isInWalMode()) {

@@ -10,8 +10,8 @@
 /// file is there or the new one, and no journal that belongs to the other.
 class Replacement {
 public:
-    /// Makes the new file, empty, and throws away what an attempt that was cut off has left. Waits a
-    /// few seconds for another attempt.
+    /// Makes the new file, empty, and throws away what an attempt that was cut off has left. Waits
+    /// a few seconds for another attempt.
     ///
     /// @param target  what is to be replaced, or made; of a link, the file that it leads to.
     /// @throws RefusedReplacement
