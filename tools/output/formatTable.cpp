@@ -47,7 +47,8 @@ struct Layout {
         /// @param breaksWords  rather than that the column is wide.
         std::size_t narrowest(bool breaksWords) const
         {
-            const std::size_t text = breaksWords ? std::min(widest, NARROWEST_TEXT) : widestWord;
+            const std::size_t useful = std::min(widest, NARROWEST_TEXT);
+            const std::size_t text = breaksWords ? useful : std::max(useful, widestWord);
             return std::max(isNumber ? widestWord : text, ::widestWord(title));
         }
     };
