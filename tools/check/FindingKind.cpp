@@ -8,7 +8,7 @@ const std::vector<KindInfo>& allKinds()
     constexpr Severity ERROR = Severity::ERROR;
     constexpr Severity WARNING = Severity::WARNING;
     constexpr Severity NOTE = Severity::NOTE;
-    static const std::vector<KindInfo> KINDS = {
+    static const std::vector<KindInfo> kinds = {
         {Kind::UNREADABLE, "unreadable", ERROR, false, "SQLite cannot read even the schema"},
         {Kind::DAMAGED, "damaged", ERROR, false,
          "SQLite finds the file damaged, cannot read it to its end, or an index answers wrongly"},
@@ -62,7 +62,7 @@ const std::vector<KindInfo>& allKinds()
          "the text begins or ends with white space"},
         {Kind::EMPTY_TEXT, "empty-text", NOTE, false, "the name or the description is empty"},
     };
-    return KINDS;
+    return kinds;
 }
 
 const KindInfo& infoOf(FindingKind kind)
