@@ -17,8 +17,9 @@
 #include <optional>
 #include <system_error>
 
-namespace {
+#include "support/runProgram.h"
 
+namespace {
 namespace fs = std::filesystem;
 
 constexpr int SYSCALL_STOP = SIGTRAP | 0x80;
@@ -164,7 +165,7 @@ Description aboutToChange(pid_t process)
 
 bool canTraceSyscalls()
 {
-    return std::string(ZAV_TEST_EMULATOR).empty();
+    return emulator().empty();
 }
 
 TracedRun runTraced(const std::vector<std::string>& command, std::size_t killBefore)
