@@ -29,7 +29,7 @@ int main(int argc, char** argv)
         status = run(argc, argv, libraryLines.results());
     } catch (const UsageError& error) {
         printMessage(error.what());
-        printMessage("see zav --help");
+        printMessage("see " + error.help());
         status = ExitStatus::USAGE;
     } catch (const AmbiguousCode& error) {
         printMessage(error.what());

@@ -64,7 +64,7 @@ public:
     /// | terms of a compound `SELECT` | 200 (1, "too many terms in compound SELECT") | the same |
     /// | program | 172,032 instructions of SQLite's machine (7, "out of memory") | 21,504 |
     /// | columns of a result | 2,000 | 100 (1, "too many columns in result set") |
-    /// | code of the file | | 16 views and common table expressions over each other, 250,000 nodes of expressions (1, "<name> is too complex"), no more than the stack holds (1, "too little stack for the query") |
+    /// | code of the file | | 16 views and common table expressions over each other, 100,000 nodes of expressions (1, "<name> is too complex"), no more than the stack holds (1, "too little stack for the query") |
     /// | processor time | 10 s (9, "interrupted") | the same |
     /// | memory of SQLite | 64 times the file, at least 128 MiB (9, "interrupted") | the same; to sort, for instance, counts as well, and what others take then |
     ///

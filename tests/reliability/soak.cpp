@@ -2,51 +2,19 @@
 // 1 if descriptors or memory have grown. To be run with GLIBC_TUNABLES=glibc.malloc.tcache_count=0:
 // what the allocator keeps for its threads counts as in use.
 
-#include <malloc.h>
-#include <sqlite3.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "support/TempDir.h"
+#include "support/Usage.h"
 #include "support/database.h"
 #include "zav/DescriptionDb.h"
 
 namespace {
-
-/// Descriptors, bytes on the heap, SQLite's part of them, and pages in memory.
-struct Usage {
-    long descriptors;
-    long long heapBytes;
-    long long sqliteBytes;
-    long residentKilobytes;
-};
-
-Usage usage()
-{
-    namespace fs = std::filesystem;
-    long total = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> total >> resident;
-    const struct mallinfo2 heap = mallinfo2();
-    return {std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()),
-            static_cast<long long>(heap.uordblks + heap.hblkhd), sqlite3_memory_used(),
-            resident * (sysconf(_SC_PAGESIZE) / 1024)};
-}
-
-void print(const char* when, const Usage& used)
-{
-    std::cerr << when << ": " << used.descriptors << " descriptors, heap " << used.heapBytes
-              << " bytes, SQLite " << used.sqliteBytes << " bytes, resident "
-              << used.residentKilobytes << " KB\n";
-}
 
 void check(bool holds, const char* what)
 {

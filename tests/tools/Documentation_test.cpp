@@ -17,8 +17,9 @@ const std::string COMPLETION = "'" ZAV_SOURCE_DIR "/tools/completion/zav'";
 std::string offered(const ZavCommand& zav, const std::string& line)
 {
     return zav
-        .shell("bash -c 'zav() { $ZAV \"$@\"; }; . \"$0\"; cd " + zav.file("") + "; COMP_WORDS=(" +
-               line + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
+        .shell("bash -c 'zav() { $ZAV \"$@\"; }; . \"$0\"; cd " + zav.file("work") +
+               "; COMP_WORDS=(" + line +
+               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
                COMPLETION)
         .output;
 }
@@ -30,25 +31,43 @@ TEST(Completion, OffersWhatFits)
         std::string words;
     };
     const Case cases[] = {
-        {"zav \"\"", "--format --debug --help --version faults fault texts sql check"},
+        {"zav \"\"",
+         "--format --debug --help --version faults fault texts sql check info install help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
+        {"zav --format = j", "json"},
+        {"zav check --format = s", "sarif"},
+        {"zav install --format = ", "table json"},
         {"zav --format json che", "check"},
+        {"zav help ins", "install"},
+        {"zav fault faults.db \"\"", "7 12"},
+        {"zav fault faults.db 1", "12"},
+        {"zav texts faults.db --code \"\"", "7 12"},
+        {"zav texts --language \"\"", "2 30"},
+        {"zav info --source \"\"", "2 30"},
+        {"zav check \"\"", "faults.db other.db folder a.txt"},
+        {"zav install faults.db \"\"", "faults.db other.db folder a.txt"},
+        {"zav install faults.db other.db \"\"", ""},
+        {"zav install --d", "--downgrade"},
         {"zav faults --f", "--format"},
         {"zav faults fau", "faults.db"},
         {"zav texts --l", "--language"},
-        {"zav texts --language \"\"", ""},
         {"zav check --format s", "sarif"},
         {"zav check --fail-on \"\"", "error warning note"},
         {"zav check --i", "--ignore"},
         {"zav check --ignore dup", "duplicate-code duplicate-id duplicate-text duplicate-alias"},
-        {"zav check --languages \"\"", ""},
+        {"zav check --languages \"\"", "2 30"},
         {"zav sql faults.db up", "update"},
         {"zav sql faults.db insert --table d", "descriptions"},
         {"zav sql faults.db insert --f", ""},
     };
     const ZavCommand zav;
-    zav.database();
+    zav.database(
+        "INSERT INTO fault_type_definition VALUES(12,'E12','error',0,0),(7,'E7','error',0,0);"
+        "INSERT INTO descriptions VALUES(1,7,30,'','','','',''),(2,7,2,'','','','','')");
+    zav.shell(
+        "cd " + zav.file("") +
+        "; mkdir -p work/folder; cp faults.db work; cp faults.db work/other.db; : >work/a.txt");
     for (const Case& row : cases) {
         EXPECT_EQ(offered(zav, row.line), row.words + "\n") << row.line;
     }
@@ -63,13 +82,22 @@ TEST(Manual, IsWellFormed)
     EXPECT_EQ(result.status, 0);
 }
 
+TEST(Manual, IsOfTheUserCommands)
+{
+    const ZavCommand zav;
+    EXPECT_EQ(
+        zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL + " | grep -m 1 . | tr -s ' '").output,
+        "ZAV(1) User Commands ZAV(1)\n");
+}
+
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                                       "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                                       " | sed 's/-h,//'")
-                                 .output);
+    std::istringstream words(
+        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                  "--help; zav info --help; zav install --help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                  " | sed 's/-h,//'")
+            .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

@@ -88,6 +88,11 @@ CommandResult ZavCommand::shell(const std::string& line) const
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(errors)};
 }
 
+std::string ZavCommand::program()
+{
+    return ZAV_COMMAND;
+}
+
 std::string ZavCommand::database(const std::string& sql) const
 {
     return makeDatabase(file("faults.db"), sql);

@@ -31,6 +31,9 @@ public:
     /// Runs a line of shell, in which "zav" is the command, and so is $ZAV, for what is no shell.
     CommandResult shell(const std::string& line) const;
 
+    /// @return the path of the built command.
+    static std::string program();
+
     /// @return a path in a folder that goes with this object.
     std::string file(const std::string& name) const { return m_dir.file(name); }
 

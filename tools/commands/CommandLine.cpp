@@ -3,8 +3,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <charconv>
-#include <limits>
+#include <cctype>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -13,84 +12,18 @@
 #include "CheckCommand.h"
 #include "FaultCommand.h"
 #include "FaultsCommand.h"
+#include "InfoCommand.h"
+#include "InstallCommand.h"
 #include "SqlCommand.h"
 #include "TextsCommand.h"
 #include "database/Database.h"
 #include "database/TableModel.h"
+#include "line/arguments.h"
+#include "line/helpTexts.h"
+#include "line/suggestion.h"
 #include "text/nearest.h"
 
 namespace {
-
-constexpr const char* EXAMPLES = R"(Examples:
-  zav faults faults.db                              all fault types
-  zav fault faults.db 17                            one, with its texts
-  zav texts faults.db --language 2 --format csv     the texts in one language, for a spreadsheet
-  zav sql faults.db insert | sqlite3 -bail copy.db  into a file that has the empty tables
-  zav check faults.db                               what would surprise an application
-
-Exit status: 0 done, 1 not found or findings, 2 wrong usage,
-3 the file cannot be read or the output cannot be written.)";
-
-/// The whole text as a decimal number, without sign or blanks.
-template <class Number>
-Number numberFrom(const std::string& text, const std::string& option)
-{
-    Number number = 0;
-    const char* end = text.data() + text.size();
-    const auto [read, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || read != end) {
-        throw CLI::ValidationError(option, fmt::format(R"("{}" is no number from {} to {})", text,
-                                                       std::numeric_limits<Number>::min(),
-                                                       std::numeric_limits<Number>::max()));
-    }
-    return number;
-}
-
-template <class Number, class Target>
-CLI::Option* addNumber(CLI::App& app, const std::string& option, Target& target,
-                       const std::string& description)
-{
-    const auto store = [&target, option](const std::string& text) {
-        target = numberFrom<Number>(text, option);
-    };
-    return app.add_option_function<std::string>(option, store, description);
-}
-
-template <class Value>
-using Choices = std::vector<std::pair<std::string, Value>>;
-
-template <class Value>
-std::string namesOf(const Choices<Value>& choices)
-{
-    std::string names;
-    for (const auto& [name, value] : choices) {
-        names += (names.empty() ? "" : "|") + name;
-    }
-    return names;
-}
-
-template <class Value>
-Value chosen(const Choices<Value>& choices, const std::string& text, const std::string& option)
-{
-    for (const auto& [name, value] : choices) {
-        if (name == text) {
-            return value;
-        }
-    }
-    throw CLI::ValidationError(option,
-                               fmt::format(R"("{}" is none of {})", text, namesOf(choices)));
-}
-
-template <class Value>
-CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
-                       const Choices<Value>& choices, const std::string& description)
-{
-    const auto store = [&target, choices, option](const std::string& text) {
-        target = chosen(choices, text, option);
-    };
-    return app.add_option_function<std::string>(option, store, description)
-        ->type_name(namesOf(choices));
-}
 
 FindingKind kindFrom(const std::string& name, const std::string& option)
 {
@@ -106,19 +39,38 @@ FindingKind kindFrom(const std::string& name, const std::string& option)
                             nearest(name, names)));
 }
 
-/// What the options of zav check choose from.
-std::string checkFooter()
+Choices<Severity> severities()
 {
-    std::string text =
-        "--format is table (the default: lines for people and editors), json, csv or sarif.\n\n"
-        "Kinds of finding:\n";
-    for (const KindInfo& info : allKinds()) {
-        text += fmt::format("  {:<21} {:<8} {}\n", info.name, nameOf(info.severity), info.help);
+    return {{"error", Severity::ERROR}, {"warning", Severity::WARNING}, {"note", Severity::NOTE}};
+}
+
+/// @return a content hash as zav info writes it.
+std::string contentFrom(const std::string& text)
+{
+    constexpr std::size_t DIGITS = 64;
+    std::string hash;
+    for (const char character : text) {
+        hash += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
     }
-    return text +
-           "\nExit status: 0 nothing from --fail-on up, 1 findings, 2 wrong usage, 3 a file cannot "
-           "be\n"
-           "read or the output cannot be written; of several files, the worst one.";
+    if (hash.size() != DIGITS || hash.find_first_not_of("0123456789abcdef") != std::string::npos) {
+        throw CLI::ValidationError(
+            "--expect", fmt::format(R"("{}" is no content hash: these have {} hexadecimal digits)",
+                                    text, DIGITS));
+    }
+    return hash;
+}
+
+constexpr const char* HELP = "help";
+
+bool isNumber(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+std::string fileComesFirst(const std::string& command, const std::string& file,
+                           const std::string& other)
+{
+    return fmt::format("the file comes first: zav {} {} {}", command, file, other);
 }
 
 /// Reads the arguments of one call into a request.
@@ -128,18 +80,18 @@ public:
     {
         m_app.require_subcommand(1);
         m_app.fallthrough();
-        m_app.footer(EXAMPLES);
+        m_app.footer(generalFooter());
         m_app.set_version_flag("--version", "zav " ZAV_VERSION, "Print the version and exit");
-        m_app.add_option("--format", m_format, "How results are written; table unless given")
-            ->type_name("table|json|csv");
-        addNumber<int>(m_app, "--debug", m_debugLevel,
-                       "The library's lines on standard error: 0 errors only, 1 and 2 more")
-            ->type_name("LEVEL");
+        addFormat(m_app, "table|json|csv");
+        addDebug(m_app);
         addFaults();
         addFault();
         addTexts();
         addSql();
         addCheck();
+        addInfo();
+        addInstall();
+        addHelp();
     }
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
@@ -148,29 +100,30 @@ public:
     {
         try {
             m_app.parse(argc, argv);
-            return request();
+            return m_request;
         } catch (const CLI::Success& success) {
             return printing(textFor(success));
         } catch (const CLI::ParseError& error) {
-            throw UsageError(textFor(error));
+            throw UsageError(textFor(error), whereHelpIs());
         }
     }
 
 private:
-    using Command = std::function<ExitStatus(Database&, Output&)>;
-
-    Request request() const
+    /// Lets a command run on the database that the library reads.
+    template <class Command>
+    void runOnDatabase(Format format, const Command& command)
     {
-        if (m_run) {
-            return {Format::TABLE, m_run};
-        }
-        const auto format =
-            chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
-                           m_format, "--format");
-        return {format, [command = m_command, file = m_file, level = m_debugLevel](Output& output) {
-                    Database database(file, level);
-                    return command(database, output);
-                }};
+        m_request = {format, [command, file = m_file, level = m_debugLevel](Output& output) {
+                         Database database(file, level);
+                         return command(database, output);
+                     }};
+    }
+
+    Format listingFormat() const
+    {
+        return chosen<Format>(
+            {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}}, m_format,
+            "--format");
     }
 
     static Request printing(const std::string& text)
@@ -181,93 +134,207 @@ private:
                 }};
     }
 
-    CLI::App* addCommand(const std::string& name, const std::string& description)
+    CLI::App* addCommand(const std::string& name, const std::string& description,
+                         const std::string& footer)
     {
         CLI::App* command = m_app.add_subcommand(name, description);
-        command->footer("Further options, examples and the exit status: zav --help");
-        command->add_option("FILE", m_file, "The database file")->required()->type_name("");
+        command->footer(footer);
         return command;
+    }
+
+    CLI::App* addFileCommand(const std::string& name, const std::string& description,
+                             const std::string& footer)
+    {
+        CLI::App* command = addCommand(name, description, footer);
+        command->add_option("FILE", m_file, "The database file")->required()->type_name("");
+        addDebug(*command);
+        return command;
+    }
+
+    /// The options that may stand before the command as well.
+    void addFormat(CLI::App& app, const std::string& formats)
+    {
+        app.add_option("--format", m_format, "How results are written; table unless given")
+            ->type_name(formats);
+    }
+
+    void addDebug(CLI::App& app)
+    {
+        addNumber<int>(app, "--debug", m_debugLevel,
+                       "The library's lines on standard error: 0 errors only, 1 and 2 more")
+            ->type_name("LEVEL");
+    }
+
+    /// Before the command, too, an option must be one of it.
+    void refuseGeneral(const std::string& option, const std::string& reason) const
+    {
+        if (m_app.count(option) > 0) {
+            throw CLI::ValidationError(option, reason);
+        }
     }
 
     void addFaults()
     {
-        addCommand("faults", "Show all fault types")->callback([this] { m_command = runFaults; });
+        CLI::App* command = addFileCommand("faults", "Show all fault types", exitStatuses());
+        addFormat(*command, "table|json|csv");
+        command->callback([this] { runOnDatabase(listingFormat(), runFaults); });
     }
 
     void addFault()
     {
-        CLI::App* command = addCommand("fault", "Show one fault type, with its texts");
-        addNumber<std::uint16_t>(*command, "CODE", m_code, "Code of the fault type, 0 to 65535")
+        CLI::App* command = addFileCommand("fault", "Show one fault type, with its texts",
+                                           exitStatuses("no fault type, or several, of the code"));
+        addFormat(*command, "table|json|csv");
+        command->add_option("CODE", m_code, "Code of the fault type, 0 to 65535")
             ->required()
             ->type_name("");
         command->callback([this] {
-            m_command = [code = m_code](Database& database, Output& output) {
+            if (isNumber(m_file) && !isNumber(m_code)) {
+                throw CLI::ValidationError(fileComesFirst("fault", m_code, m_file));
+            }
+            runOnDatabase(listingFormat(), [code = numberFrom<std::uint16_t>(m_code, "CODE")](
+                                               Database& database, Output& output) {
                 return runFault(database, code, output);
-            };
+            });
         });
     }
 
     void addTexts()
     {
-        CLI::App* command = addCommand("texts", "Show the texts of fault types");
+        CLI::App* command = addFileCommand("texts", "Show the texts of fault types",
+                                           exitStatuses("no text has the code and language"));
+        addFormat(*command, "table|json|csv");
         addNumber<std::uint32_t>(*command, "--code", m_filter.code, "Only those of this fault type")
             ->type_name("CODE");
         addNumber<std::uint16_t>(*command, "--language", m_filter.language,
                                  "Only those in this language")
             ->type_name("LANGUAGE");
         command->callback([this] {
-            m_command = [filter = m_filter](Database& database, Output& output) {
+            runOnDatabase(listingFormat(), [filter = m_filter](Database& database, Output& output) {
                 return runTexts(database, filter, output);
-            };
+            });
         });
     }
 
     void addSql()
     {
-        CLI::App* command = addCommand("sql", "Write the statement of every row, to be run");
-        addChoice<Statement>(*command, "STATEMENT", m_statement,
-                             {{"insert", Statement::INSERT}, {"update", Statement::UPDATE}},
-                             "The kind of statement")
-            ->required();
+        const Choices<Statement> statements = {{"insert", Statement::INSERT},
+                                               {"update", Statement::UPDATE}};
+        CLI::App* command =
+            addFileCommand("sql", "Write the statement of every row, to be run", exitStatuses());
+        command->add_option("STATEMENT", m_statement, "The kind of statement")
+            ->required()
+            ->type_name(namesOf(statements));
         addChoice<TableChoice>(*command, "--table", m_tables,
                                {{faultTypeModel().name, TableChoice::FAULT_TYPE_DEFINITION},
                                 {descriptionsModel().name, TableChoice::DESCRIPTIONS},
                                 {"all", TableChoice::ALL}},
                                "Of this table; all unless given");
-        command->callback([this] {
-            if (m_app.count("--format") > 0) {
-                throw CLI::ValidationError("--format", "zav sql writes nothing but SQL");
+        command->callback([this, statements] {
+            refuseGeneral("--format", "zav sql writes nothing but SQL");
+            if (m_file == "insert" || m_file == "update") {
+                throw CLI::ValidationError(fileComesFirst("sql", m_statement, m_file));
             }
-            m_command = [statement = m_statement, tables = m_tables](Database& database,
-                                                                     Output& output) {
+            runOnDatabase(Format::TABLE, [statement = chosen(statements, m_statement, "STATEMENT"),
+                                          tables = m_tables](Database& database, Output& output) {
                 return runSql(database, statement, tables, output);
-            };
+            });
         });
     }
 
     void addCheck()
     {
         CLI::App* command =
-            m_app.add_subcommand("check", "Find what would surprise an application");
-        command->footer(checkFooter());
+            addCommand("check", "Find what would surprise an application", checkFooter());
         command->add_option("FILE", m_check.files, "The database files")->required()->type_name("");
+        addFormat(*command, "table|json|csv|sarif");
         command->add_flag("--all", "A line for each finding, rather than one for many");
-        addChoice<Severity>(
-            *command, "--fail-on", m_check.failOn,
-            {{"error", Severity::ERROR}, {"warning", Severity::WARNING}, {"note", Severity::NOTE}},
-            "From which severity on the status is 1; warning unless given");
+        addChoice<Severity>(*command, "--fail-on", m_check.failOn, severities(),
+                            "From which severity on the status is 1; warning unless given");
         addKinds(*command, "--ignore", m_check.ignored, "Leave findings of this kind out");
         addKinds(*command, "--only", m_check.only, "Leave findings of all other kinds out");
         addLanguages(*command);
         command->callback([this, command] {
+            refuseGeneral("--debug", "zav check keeps the library silent");
             m_check.isGrouped = command->count("--all") == 0;
             m_check.format = chosen<CheckFormat>({{"table", CheckFormat::LINES},
                                                   {"json", CheckFormat::JSON},
                                                   {"csv", CheckFormat::CSV},
                                                   {"sarif", CheckFormat::SARIF}},
                                                  m_format, "--format");
-            m_run = [request = m_check](Output& output) { return runCheck(request, output); };
+            m_request = {Format::TABLE,
+                         [request = m_check](Output& output) { return runCheck(request, output); }};
         });
+    }
+
+    void addInfo()
+    {
+        CLI::App* command = addCommand("info", "Say what a file is", exitStatuses());
+        command->add_option("FILE", m_info.files, "The database files")->required()->type_name("");
+        addFormat(*command, "table|json|csv");
+        addNumber<std::uint16_t>(*command, "--source", m_info.source,
+                                 "Count the fault types whose name and description are those of "
+                                 "this language")
+            ->type_name("LANGUAGE");
+        command->callback([this] {
+            refuseGeneral("--debug", "zav info keeps the library silent");
+            m_request = {listingFormat(),
+                         [request = m_info](Output& output) { return runInfo(request, output); }};
+        });
+    }
+
+    void addInstall()
+    {
+        CLI::App* command = addCommand(
+            "install", "Put a checked copy of a file in the place of another", installFooter());
+        command->add_option("NEW", m_install.source, "The new file")->required()->type_name("");
+        command->add_option("TARGET", m_install.target, "The file that it replaces")
+            ->required()
+            ->type_name("");
+        addFormat(*command, "table|json");
+        addChoice<Severity>(
+            *command, "--fail-on", m_install.failOn, severities(),
+            "From which severity on a finding refuses the file; error unless given");
+        const auto expect = [this](const std::string& hash) {
+            m_install.expectedContent = contentFrom(hash);
+        };
+        command
+            ->add_option_function<std::string>(
+                "--expect", expect, "Refuse a file of another content than zav info says")
+            ->type_name("HASH");
+        command->add_flag("--downgrade", m_install.allowsDowngrade,
+                          "Allow a release number lower than the old file's");
+        command->callback([this] {
+            refuseGeneral("--debug", "zav install keeps the library silent");
+            const auto format = chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}},
+                                               m_format, "--format");
+            m_request = {format, [request = m_install](Output& output) {
+                             return runInstall(request, output);
+                         }};
+        });
+    }
+
+    void addHelp()
+    {
+        CLI::App* command = addCommand(HELP, "Print the help of a command", "");
+        command->add_option("COMMAND", m_helpTopic, "The command")->type_name("");
+        command->callback([this] { m_request = printing(helpOn(m_helpTopic)); });
+    }
+
+    std::string helpOn(const std::string& name) const
+    {
+        if (name.empty()) {
+            // Asked itself, CLI11 would print the help of the command that has been given: help.
+            return m_app.get_formatter()->make_help(&m_app, m_app.get_name(),
+                                                    CLI::AppFormatMode::Normal);
+        }
+        for (const CLI::App* command : commands()) {
+            if (command->get_name() == name) {
+                return command->help(m_app.get_name());
+            }
+        }
+        throw CLI::ValidationError(
+            fmt::format("there is no command {}{}", name, suggestion(name, commandNames())));
     }
 
     static void addKinds(CLI::App& app, const std::string& option, std::set<FindingKind>& kinds,
@@ -310,21 +377,78 @@ private:
     {
         constexpr bool OF_ALL_COMMANDS = true;
         const std::vector<std::string> unknown = m_app.remaining(OF_ALL_COMMANDS);
-        return unknown.empty() ? error.what()
-                               : fmt::format("not understood: {}", fmt::join(unknown, " "));
+        if (unknown.empty()) {
+            return error.what();
+        }
+        std::string text = fmt::format("not understood: {}", fmt::join(unknown, " "));
+        for (const std::string& word : unknown) {
+            text += suggestionFor(word);
+        }
+        return text;
+    }
+
+    std::string suggestionFor(const std::string& word) const
+    {
+        if (word.rfind("--", 0) == 0) {
+            return suggestion(word.substr(0, word.find('=')), optionNames());
+        }
+        return givenCommand() == nullptr ? suggestion(word, commandNames()) : "";
+    }
+
+    /// @return null: none yet.
+    const CLI::App* givenCommand() const
+    {
+        const auto given = m_app.get_subcommands();
+        return given.empty() ? nullptr : given.front();
+    }
+
+    std::vector<const CLI::App*> commands() const
+    {
+        return m_app.get_subcommands([](const CLI::App*) { return true; });
+    }
+
+    std::vector<std::string> commandNames() const
+    {
+        std::vector<std::string> names;
+        for (const CLI::App* command : commands()) {
+            names.push_back(command->get_name());
+        }
+        return names;
+    }
+
+    std::vector<std::string> optionNames() const
+    {
+        std::vector<std::string> names;
+        const CLI::App* command = givenCommand();
+        for (const CLI::Option* option : (command == nullptr ? &m_app : command)->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                names.push_back("--" + name);
+            }
+        }
+        return names;
+    }
+
+    std::string whereHelpIs() const
+    {
+        const CLI::App* command = givenCommand();
+        return command == nullptr || command->get_name() == HELP
+                   ? "zav --help"
+                   : fmt::format("zav {} --help", command->get_name());
     }
 
     CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
+    Request m_request;
     std::string m_file;
     int m_debugLevel = 0;
     std::string m_format = "table";
-    Command m_command;
-    std::function<ExitStatus(Output&)> m_run;
     CheckRequest m_check;
-    std::uint16_t m_code = 0;
+    InfoRequest m_info;
+    InstallRequest m_install;
+    std::string m_code;
     TextsFilter m_filter;
-    Statement m_statement = Statement::INSERT;
+    std::string m_statement;
     TableChoice m_tables = TableChoice::ALL;
+    std::string m_helpTopic;
 };
 
 }  // namespace

@@ -15,7 +15,16 @@ struct Request {
 /// The arguments make no sense; the text says which.
 class UsageError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    UsageError(const std::string& text, const std::string& help)
+        : std::runtime_error(text), m_help(help)
+    {
+    }
+
+    /// @return the command that shows what would make sense.
+    const std::string& help() const { return m_help; }
+
+private:
+    std::string m_help;
 };
 
 /// @return a command, or the printing of the help or the version.

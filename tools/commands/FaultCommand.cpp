@@ -69,6 +69,8 @@ ExitStatus runFault(Database& database, std::uint16_t code, Output& output)
         printMessage(fmt::format("{}: no fault type has the code {}", database.file(), code));
         return ExitStatus::NOT_FOUND_OR_FINDINGS;
     }
-    print(tableOf(std::vector{*fault}), tableOf(database.textsOf(code)), output);
+    const std::vector<FaultTypeDef> faults = {*fault};
+    const std::vector<Descriptions> texts = database.textsOf(code);
+    print(tableOf(viewOf(faults)), tableOf(viewOf(texts)), output);
     return ExitStatus::DONE;
 }

@@ -4,6 +4,7 @@
 
 ExitStatus runFaults(Database& database, Output& output)
 {
-    output.print(tableOf(database.faultTypes()));
+    const std::vector<FaultTypeDef> faultTypes = database.faultTypes();
+    output.print(viewOf(faultTypes));
     return ExitStatus::DONE;
 }

@@ -40,7 +40,7 @@ ExitStatus runTexts(Database& database, const TextsFilter& filter, Output& outpu
     if (filter.language) {
         keepLanguage(*filter.language, texts);
     }
-    output.print(tableOf(texts));
+    output.print(viewOf(texts));
     if (!filter.isSet() || !texts.empty()) {
         return ExitStatus::DONE;
     }

@@ -72,6 +72,7 @@ std::vector<Descriptions> Database::textsOf(std::uint32_t code)
 void Database::throwIfFailed(int result) const
 {
     if (result < 0) {
-        throw UnreadableFile(fmt::format("{}: cannot be read", m_file));
+        throw UnreadableFile(
+            fmt::format("{}: cannot be read: {}", m_file, LibraryLines::lastFailure()));
     }
 }

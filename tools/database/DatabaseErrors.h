@@ -20,3 +20,15 @@ class AmbiguousCode : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// A file was not put in the place of another. The text is complete but for the program's name.
+class RefusedReplacement : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// ... since the new one is not fit for it.
+class UnfitFile : public RefusedReplacement {
+public:
+    using RefusedReplacement::RefusedReplacement;
+};

@@ -7,16 +7,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// By the header of SQLite's file format.
-bool isInWalMode(const fs::path& file)
-{
-    constexpr std::streamoff READ_VERSION = 19;
-    constexpr int WAL = 2;
-    std::ifstream stream(file, std::ios::binary);
-    stream.seekg(READ_VERSION);
-    return stream.get() == WAL;
-}
-
 /// The name of the file with a suffix, if there is such a file beside it.
 std::string nameBeside(const fs::path& file, const std::string& suffix)
 {
@@ -34,5 +24,21 @@ Journals journalsOf(const std::string& file)
     if (error || !fs::is_regular_file(target, error)) {
         return {};
     }
-    return {isInWalMode(target), nameBeside(target, "-journal"), nameBeside(target, "-wal")};
+    return {saysWalMode(headerOf(target.string())), nameBeside(target, JOURNAL_SUFFIX),
+            nameBeside(target, WAL_SUFFIX)};
+}
+
+std::string headerOf(const std::string& file)
+{
+    std::string header(SQLITE_HEADER_SIZE, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(header.data(), static_cast<std::streamsize>(header.size()));
+    return header;
+}
+
+bool saysWalMode(std::string_view header)
+{
+    constexpr std::size_t READ_VERSION = 19;
+    constexpr char WAL = 2;
+    return header.size() > READ_VERSION && header[READ_VERSION] == WAL;
 }

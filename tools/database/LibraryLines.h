@@ -16,12 +16,19 @@ public:
     /// @return the way to standard output.
     std::ostream& results() { return m_results; }
 
+    /// @return SQLite's reason for the last failed query.
+    static const std::string& lastFailure() { return s_lastFailure; }
+
 private:
+    static std::string s_lastFailure;
+
     class ToStandardError : public std::streambuf {
     protected:
         int_type overflow(int_type character) override;
 
     private:
+        void takeLine() const;
+
         std::string m_line;
     };
 

@@ -5,24 +5,24 @@
 
 #include "formats.h"
 
-void Output::print(const Table& table)
+void Output::print(const TableView& table)
 {
     switch (m_format) {
     case Format::TABLE:
-        m_stream << renderTable(table, m_terminal);
+        writeTable(table, m_terminal, m_stream);
         break;
     case Format::JSON:
-        printJson(toJson(table));
+        writeJson(table, m_stream);
         break;
     case Format::CSV:
-        m_stream << renderCsv(table, m_terminal);
+        writeCsv(table, m_terminal, m_stream);
         break;
     }
 }
 
 void Output::printRecords(const Table& table)
 {
-    m_stream << renderRecords(table, m_terminal);
+    writeRecords(viewOf(table), m_terminal, m_stream);
 }
 
 void Output::printJson(const nlohmann::ordered_json& value)

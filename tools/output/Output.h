@@ -21,7 +21,8 @@ public:
     Format format() const { return m_format; }
 
     /// Writes a table in the chosen format.
-    void print(const Table& table);
+    void print(const TableView& table);
+    void print(const Table& table) { print(viewOf(table)); }
 
     /// Writes rows one below the other, each as a block; only where the format is Format::TABLE.
     void printRecords(const Table& table);

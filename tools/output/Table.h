@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -21,9 +24,24 @@ struct Table {
     std::vector<Row> rows;
 };
 
+/// A table whose rows are made one at a time, as they are written: a list may be as long as the
+/// memory allows.
+struct TableView {
+    using Cell = std::variant<std::uint64_t, std::string_view>;
+    using Row = std::vector<Cell>;
+    using TakeRow = std::function<void(const Row&)>;
+
+    std::vector<Table::Column> columns;
+
+    /// Calls its argument with each row in turn; the row holds until the next. May be called again.
+    std::function<void(const TakeRow&)> forEachRow;
+};
+
+/// @return a view of a table that lives longer.
+TableView viewOf(const Table& table);
+
+/// @return the table with all its rows.
+Table tableOf(const TableView& view);
+
 /// @return the cell as it stands; a number in decimal.
-inline std::string cellText(const Table::Cell& cell)
-{
-    const auto* number = std::get_if<std::uint64_t>(&cell);
-    return number != nullptr ? std::to_string(*number) : std::get<std::string>(cell);
-}
+std::string cellText(const TableView::Cell& cell);

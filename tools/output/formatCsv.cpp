@@ -5,43 +5,72 @@ namespace {
 
 constexpr const char* LINE_END = "\r\n";
 
-std::string quotedIfNeeded(const std::string& field)
+void appendField(std::string_view field, std::string& line)
 {
-    if (field.find_first_of(",\"\r\n") == std::string::npos) {
-        return field;
+    if (field.find_first_of(",\"\r\n") == std::string_view::npos) {
+        line += field;
+        return;
     }
-    std::string doubled;
+    line += '"';
     for (const char character : field) {
-        doubled.append(character == '"' ? 2 : 1, character);
+        line.append(character == '"' ? 2 : 1, character);
     }
-    return '"' + doubled + '"';
+    line += '"';
+}
+
+void appendText(std::string_view text, const Terminal& terminal, std::string& line)
+{
+    if (terminal.isTerminal) {
+        appendField(printable(text), line);
+    } else {
+        appendField(text, line);
+    }
+}
+
+void appendCell(const TableView::Cell& cell, const Terminal& terminal, std::string& line)
+{
+    if (const auto* text = std::get_if<std::string_view>(&cell)) {
+        appendText(*text, terminal, line);
+    } else {
+        line += std::to_string(std::get<std::uint64_t>(cell));
+    }
+}
+
+/// @param line  with a comma after each field.
+void finish(std::string& line)
+{
+    line.pop_back();
+    line += LINE_END;
 }
 
 }  // namespace
 
-std::string renderCsv(const Table& table, const Terminal& terminal)
+void writeCsv(const TableView& table, const Terminal& terminal, std::ostream& stream)
 {
-    std::vector<std::string> fields;
+    std::vector<std::string> names;
     for (const Table::Column& column : table.columns) {
-        fields.push_back(column.name);
+        names.push_back(column.name);
     }
-    std::string csv = renderCsvLine(fields, terminal);
-    for (const Table::Row& row : table.rows) {
-        fields.clear();
-        for (const Table::Cell& cell : row) {
-            fields.push_back(cellText(cell));
+    stream << renderCsvLine(names, terminal);
+    std::string line;
+    table.forEachRow([&](const TableView::Row& row) {
+        line.clear();
+        for (const TableView::Cell& cell : row) {
+            appendCell(cell, terminal, line);
+            line += ',';
         }
-        csv += renderCsvLine(fields, terminal);
-    }
-    return csv;
+        finish(line);
+        stream << line;
+    });
 }
 
 std::string renderCsvLine(const std::vector<std::string>& fields, const Terminal& terminal)
 {
     std::string line;
     for (const std::string& field : fields) {
-        line += quotedIfNeeded(terminal.isTerminal ? printable(field) : field) + ',';
+        appendText(field, terminal, line);
+        line += ',';
     }
-    line.pop_back();
-    return line + LINE_END;
+    finish(line);
+    return line;
 }

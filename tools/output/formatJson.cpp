@@ -10,14 +10,31 @@ namespace {
 
 constexpr std::size_t INDENT = 2;
 
+std::string escape(char32_t codePoint)
+{
+    const auto number = static_cast<unsigned>(codePoint);
+    if (number < 0x10000) {
+        return fmt::format("\\u{:04x}", number);
+    }
+    const unsigned offset = number - 0x10000;
+    return fmt::format("\\u{:04x}\\u{:04x}", 0xD800U + (offset >> 10U),
+                       0xDC00U + (offset & 0x3FFU));
+}
+
 /// JSON asks only for the escape of the ASCII control characters below 0x20.
 std::string escapeControls(std::string_view json)
 {
     std::string escaped;
     while (!json.empty()) {
+        const std::size_t plain = utf8::plainLength(json);
+        escaped += json.substr(0, plain);
+        json.remove_prefix(plain);
+        if (json.empty()) {
+            break;
+        }
         const utf8::Character character = utf8::first(json);
-        if (utf8::isControl(character.codePoint) && character.codePoint != U'\n') {
-            escaped += fmt::format("\\u{:04x}", static_cast<unsigned>(character.codePoint));
+        if (utf8::isHazard(character.codePoint) && character.codePoint != U'\n') {
+            escaped += escape(character.codePoint);
         } else {
             escaped += json.substr(0, character.length);
         }
@@ -26,7 +43,84 @@ std::string escapeControls(std::string_view json)
     return escaped;
 }
 
+std::string dumped(const nlohmann::ordered_json& value)
+{
+    constexpr bool ASCII_ONLY = false;
+    return escapeControls(value.dump(static_cast<int>(INDENT), ' ', ASCII_ONLY,
+                                     nlohmann::ordered_json::error_handler_t::replace));
+}
+
+/// @return whether a text is in quotes what it is in JSON.
+bool isPlain(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t plain = utf8::plainLength(text);
+        if (text.substr(0, plain).find_first_of("\"\\") != std::string_view::npos) {
+            return false;
+        }
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            break;
+        }
+        const utf8::Character character = utf8::first(text);
+        if (!character.valid || utf8::isHazard(character.codePoint)) {
+            return false;
+        }
+        text.remove_prefix(character.length);
+    }
+    return true;
+}
+
+/// Of texts of a list nearly all are plain, and what the library does for the others takes most of
+/// the time.
+void appendString(std::string_view text, std::string& json)
+{
+    if (isPlain(text)) {
+        json.append(1, '"').append(text).append(1, '"');
+    } else {
+        json += dumped(text);
+    }
+}
+
+void appendValue(const TableView::Cell& cell, std::string& json)
+{
+    if (const auto* text = std::get_if<std::string_view>(&cell)) {
+        appendString(*text, json);
+    } else {
+        json += std::to_string(std::get<std::uint64_t>(cell));
+    }
+}
+
+/// What stands in front of the value of each column.
+std::vector<std::string> keysOf(const TableView& table)
+{
+    std::vector<std::string> keys;
+    for (const Table::Column& column : table.columns) {
+        keys.push_back((keys.empty() ? "" : ",") + jsonLineEnd(2) + dumped(column.name) + ": ");
+    }
+    return keys;
+}
+
 }  // namespace
+
+void writeJson(const TableView& table, std::ostream& stream)
+{
+    const std::vector<std::string> keys = keysOf(table);
+    const std::string objectStart = jsonLineEnd(1) + '{';
+    const std::string objectEnd = jsonLineEnd(1) + '}';
+    std::string json = "[";
+    table.forEachRow([&](const TableView::Row& row) {
+        json += objectStart;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            json += keys[i];
+            appendValue(row[i], json);
+        }
+        json += objectEnd;
+        stream << json;
+        json = ",";
+    });
+    stream << (json == "[" ? "[]\n" : "\n]\n");
+}
 
 nlohmann::ordered_json toJson(const Table& table)
 {
@@ -48,10 +142,7 @@ std::string renderJson(const nlohmann::ordered_json& value)
 
 std::string jsonText(const nlohmann::ordered_json& value, std::size_t depth)
 {
-    constexpr bool ASCII_ONLY = false;
-    const std::string text =
-        escapeControls(value.dump(static_cast<int>(INDENT), ' ', ASCII_ONLY,
-                                  nlohmann::ordered_json::error_handler_t::replace));
+    const std::string text = dumped(value);
     std::string indented;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());

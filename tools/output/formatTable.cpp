@@ -10,6 +10,7 @@
 namespace {
 
 constexpr std::size_t GAP = 2;               // between columns
+constexpr std::size_t WIDEST_PADDED = 40;    // where nothing is wrapped
 constexpr std::size_t NARROWEST_TEXT = 12;   // a column of running text below that is no use
 constexpr std::size_t NARROWEST_VALUE = 10;  // beside the names of a record, however wide these are
 
@@ -35,52 +36,69 @@ std::string padding(std::size_t width, const std::string& text)
     return blanks;
 }
 
-/// A table whose cells are safe to show, and the room that each column may have.
+/// The room that each column of a table may have.
 struct Layout {
     struct Column {
         std::string title;
         bool isNumber;
-        std::size_t narrowest;
+        std::size_t widestWord;
         std::size_t widest;
+
+        /// @param breaksWords  rather than that the column is wide.
+        std::size_t narrowest(bool breaksWords) const
+        {
+            const std::size_t useful = std::min(widest, NARROWEST_TEXT);
+            const std::size_t text = breaksWords ? useful : std::max(useful, widestWord);
+            return std::max(isNumber ? widestWord : text, ::widestWord(title));
+        }
     };
 
     std::vector<Column> columns;
-    std::vector<Lines> rows;
 };
 
-Layout::Column layoutColumn(const Table::Column& column, std::size_t index,
-                            const std::vector<Lines>& rows)
+/// @return the cells, safe to show.
+Lines shownCells(const TableView::Row& row)
 {
-    const std::string title = titleOf(column);
-    std::size_t widest = 0;
-    for (const Lines& row : rows) {
-        widest = std::max(widest, widestLine(row[index]));
+    Lines cells;
+    for (const TableView::Cell& cell : row) {
+        cells.push_back(printable(cellText(cell)));
     }
-    const bool isNumber = column.kind == Table::Kind::NUMBER;
-    const std::size_t narrowest = isNumber ? widest : std::min(widest, NARROWEST_TEXT);
-    return {title, isNumber, std::max(narrowest, widestWord(title)),
-            std::max(widest, displayWidth(title))};
+    return cells;
 }
 
-Layout layOut(const Table& table)
+Layout layOut(const TableView& table, bool isWrapped)
 {
     Layout layout;
-    for (const Table::Row& row : table.rows) {
-        Lines cells;
-        for (const Table::Cell& cell : row) {
-            cells.push_back(printable(cellText(cell)));
+    for (const Table::Column& column : table.columns) {
+        const std::string title = titleOf(column);
+        layout.columns.push_back(
+            {title, column.kind == Table::Kind::NUMBER, 0, displayWidth(title)});
+    }
+    table.forEachRow([&](const TableView::Row& row) {
+        const Lines cells = shownCells(row);
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            Layout::Column& column = layout.columns[i];
+            column.widest = std::max(column.widest, widestLine(cells[i]));
+            if (isWrapped) {
+                column.widestWord = std::max(column.widestWord, widestWord(cells[i]));
+            }
         }
-        layout.rows.push_back(cells);
-    }
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        layout.columns.push_back(layoutColumn(table.columns[i], i, layout.rows));
-    }
+    });
     return layout;
 }
 
 std::size_t totalWidth(const Widths& widths)
 {
     return std::accumulate(widths.begin(), widths.end(), GAP * (widths.size() - 1));
+}
+
+Widths paddedWidths(const Layout& layout)
+{
+    Widths widths;
+    for (const Layout::Column& column : layout.columns) {
+        widths.push_back(std::min(column.widest, WIDEST_PADDED));
+    }
+    return widths;
 }
 
 Widths widestWidths(const Layout& layout)
@@ -94,27 +112,63 @@ Widths widestWidths(const Layout& layout)
 
 /// Numbers as narrow as they get, texts as wide as they like up to a limit that is the same for
 /// all.
-Widths widthsUpTo(std::size_t limit, const Layout& layout)
+Widths widthsUpTo(std::size_t limit, const Layout& layout, bool breaksWords)
 {
     Widths widths;
     for (const Layout::Column& column : layout.columns) {
-        widths.push_back(column.isNumber ? column.narrowest
-                                         : std::clamp(limit, column.narrowest, column.widest));
+        const std::size_t narrowest = column.narrowest(breaksWords);
+        widths.push_back(column.isNumber
+                             ? narrowest
+                             : std::clamp(limit, narrowest, std::max(narrowest, column.widest)));
     }
     return widths;
 }
 
 /// The widths that make the best of the room; empty if it is too little.
-Widths fittingWidths(const Layout& layout, std::size_t available)
+Widths fittingWidths(const Layout& layout, std::size_t available, bool breaksWords)
 {
     Widths widths = widestWidths(layout);
     for (std::size_t limit = available; totalWidth(widths) > available; --limit) {
         if (limit == 0) {
             return {};
         }
-        widths = widthsUpTo(limit, layout);
+        widths = widthsUpTo(limit, layout, breaksWords);
     }
     return widths;
+}
+
+/// @return whether blocks have room for each word of the table.
+bool haveBlocksRoom(const Layout& layout, std::size_t available)
+{
+    std::size_t title = 0;
+    std::size_t word = 0;
+    for (const Layout::Column& column : layout.columns) {
+        title = std::max(title, displayWidth(column.title));
+        word = std::max(word, column.widestWord);
+    }
+    return title + GAP + word <= available;
+}
+
+/// The widths of the columns; empty if blocks are better.
+Widths chosenWidths(const Layout& layout, std::size_t available)
+{
+    constexpr bool BREAKS_WORDS = true;
+    if (available == Terminal::UNLIMITED) {
+        return paddedWidths(layout);
+    }
+    const Widths widths = fittingWidths(layout, available, !BREAKS_WORDS);
+    return widths.empty() && !haveBlocksRoom(layout, available)
+               ? fittingWidths(layout, available, BREAKS_WORDS)
+               : widths;
+}
+
+Lines wrappedCell(const std::string& cell, std::size_t width, const Terminal& terminal)
+{
+    if (cell.find('\n') == std::string::npos &&
+        (terminal.width == Terminal::UNLIMITED || cell.size() <= width)) {
+        return {cell};
+    }
+    return wrap(cell, terminal.width == Terminal::UNLIMITED ? Terminal::UNLIMITED : width);
 }
 
 /// One row of cells, each of which may take several lines.
@@ -124,7 +178,7 @@ std::string renderRow(const Lines& cells, const Layout& layout, const Widths& wi
     std::vector<Lines> wrapped;
     std::size_t height = 0;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        wrapped.push_back(wrap(cells[i], widths[i]));
+        wrapped.push_back(wrappedCell(cells[i], widths[i], terminal));
         height = std::max(height, wrapped.back().size());
     }
     std::string rendered;
@@ -159,61 +213,66 @@ std::string renderRule(const Widths& widths)
     return rule + '\n';
 }
 
-std::string renderColumns(const Layout& layout, const Widths& widths, const Terminal& terminal)
+void writeColumns(const TableView& table, const Layout& layout, const Widths& widths,
+                  const Terminal& terminal, std::ostream& stream)
 {
     Lines titles;
     for (const Layout::Column& column : layout.columns) {
         titles.push_back(column.title);
     }
-    std::string rendered = renderRow(titles, layout, widths, terminal, true) + renderRule(widths);
-    for (const Lines& row : layout.rows) {
-        rendered += renderRow(row, layout, widths, terminal, false);
-    }
-    return rendered;
+    stream << renderRow(titles, layout, widths, terminal, true) << renderRule(widths);
+    table.forEachRow([&](const TableView::Row& row) {
+        stream << renderRow(shownCells(row), layout, widths, terminal, false);
+    });
 }
 
+/// The title, and the value beside it; below it where beside it there is too little room.
 std::string renderField(const std::string& title, std::size_t titleWidth, const std::string& value,
                         const Terminal& terminal)
 {
-    const std::size_t indent = titleWidth + GAP;
-    const std::size_t room =
-        std::max(terminal.width > indent ? terminal.width - indent : 0, NARROWEST_VALUE);
+    const bool isBeside = terminal.width >= titleWidth + GAP + NARROWEST_VALUE;
+    const std::size_t indent = isBeside ? titleWidth + GAP : GAP;
     std::string rendered = emphasised(title, terminal);
     std::string blanks = padding(indent, title);
-    for (const std::string& line : wrap(value, room)) {
+    if (!isBeside) {
+        rendered += '\n';
+        blanks = std::string(indent, ' ');
+    }
+    for (const std::string& line : wrap(value, terminal.width - indent)) {
         rendered += (line.empty() ? "" : blanks + line) + '\n';
         blanks = std::string(indent, ' ');
     }
     return rendered;
 }
 
-std::string renderBlocks(const Layout& layout, const Terminal& terminal)
-{
-    std::size_t titleWidth = 0;
-    for (const Layout::Column& column : layout.columns) {
-        titleWidth = std::max(titleWidth, displayWidth(column.title));
-    }
-    std::string rendered;
-    for (const Lines& row : layout.rows) {
-        rendered += rendered.empty() ? "" : "\n";
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            rendered += renderField(layout.columns[i].title, titleWidth, row[i], terminal);
-        }
-    }
-    return rendered;
-}
-
 }  // namespace
 
-std::string renderTable(const Table& table, const Terminal& terminal)
+void writeTable(const TableView& table, const Terminal& terminal, std::ostream& stream)
 {
-    const Layout layout = layOut(table);
-    const Widths widths = fittingWidths(layout, terminal.width);
-    return widths.empty() ? renderBlocks(layout, terminal)
-                          : renderColumns(layout, widths, terminal);
+    const Layout layout = layOut(table, terminal.width != Terminal::UNLIMITED);
+    const Widths widths = chosenWidths(layout, terminal.width);
+    if (widths.empty()) {
+        writeRecords(table, terminal, stream);
+    } else {
+        writeColumns(table, layout, widths, terminal, stream);
+    }
 }
 
-std::string renderRecords(const Table& table, const Terminal& terminal)
+void writeRecords(const TableView& table, const Terminal& terminal, std::ostream& stream)
 {
-    return renderBlocks(layOut(table), terminal);
+    Lines titles;
+    std::size_t titleWidth = 0;
+    for (const Table::Column& column : table.columns) {
+        titles.push_back(titleOf(column));
+        titleWidth = std::max(titleWidth, displayWidth(titles.back()));
+    }
+    bool isFirst = true;
+    table.forEachRow([&](const TableView::Row& row) {
+        stream << (isFirst ? "" : "\n");
+        isFirst = false;
+        const Lines cells = shownCells(row);
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            stream << renderField(titles[i], titleWidth, cells[i], terminal);
+        }
+    });
 }

@@ -15,46 +15,49 @@ bool isNumber(const Column<Record>& column)
 
 /// What the table's working record holds in the field of a column.
 template <class Record>
-Table::Cell cellOf(const Column<Record>& column)
+TableView::Cell cellOf(const Column<Record>& column)
 {
     switch (column.valueType) {
     case SqlTbl<Record>::VALUE_TYPE_UINT16:
-        return *static_cast<const unsigned short*>(column.pValue);
+        return std::uint64_t{*static_cast<const unsigned short*>(column.pValue)};
     case SqlTbl<Record>::VALUE_TYPE_UINT32:
-        return *static_cast<const unsigned int*>(column.pValue);
+        return std::uint64_t{*static_cast<const unsigned int*>(column.pValue)};
     default:
-        return *static_cast<const std::string*>(column.pValue);
+        return std::string_view(*static_cast<const std::string*>(column.pValue));
     }
 }
 
 template <class Record>
-Table tableOfRecords(const std::vector<Record>& records)
+TableView viewOfRecords(const std::vector<Record>& records)
 {
-    LibraryTable<Record> model;
-    Table table;
-    for (const Column<Record>& column : model.columns) {
+    TableView table;
+    for (const Column<Record>& column : LibraryTable<Record>().columns) {
         table.columns.push_back(
             {column.name, isNumber<Record>(column) ? Table::Kind::NUMBER : Table::Kind::TEXT});
     }
-    table.rows.reserve(records.size());
-    for (const Record& record : records) {
-        model.record = record;
-        Table::Row& row = table.rows.emplace_back();
-        for (const Column<Record>& column : model.columns) {
-            row.push_back(cellOf<Record>(column));
+    table.forEachRow = [&records](const TableView::TakeRow& take) {
+        LibraryTable<Record> model;
+        TableView::Row row;
+        for (const Record& record : records) {
+            model.record = record;
+            row.clear();
+            for (const Column<Record>& column : model.columns) {
+                row.push_back(cellOf<Record>(column));
+            }
+            take(row);
         }
-    }
+    };
     return table;
 }
 
 }  // namespace
 
-Table tableOf(const std::vector<FaultTypeDef>& records)
+TableView viewOf(const std::vector<FaultTypeDef>& records)
 {
-    return tableOfRecords(records);
+    return viewOfRecords(records);
 }
 
-Table tableOf(const std::vector<Descriptions>& records)
+TableView viewOf(const std::vector<Descriptions>& records)
 {
-    return tableOfRecords(records);
+    return viewOfRecords(records);
 }

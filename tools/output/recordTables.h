@@ -6,7 +6,8 @@
 #include "zav/Descriptions.h"
 #include "zav/FaultTypeDef.h"
 
-/// The library's records as tables: one row per record, the columns named as in the database.
+/// The library's records as tables: one row per record, the columns named as in the database. The
+/// records have to live as long as the view.
 
-Table tableOf(const std::vector<FaultTypeDef>& records);
-Table tableOf(const std::vector<Descriptions>& records);
+TableView viewOf(const std::vector<FaultTypeDef>& records);
+TableView viewOf(const std::vector<Descriptions>& records);

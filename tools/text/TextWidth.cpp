@@ -13,18 +13,27 @@ namespace {
 std::string escape(char32_t codePoint)
 {
     const auto number = static_cast<unsigned>(codePoint);
-    return codePoint < 0x80 ? fmt::format("\\x{:02x}", number) : fmt::format("\\u{:04x}", number);
+    if (number < 0x80) {
+        return fmt::format("\\x{:02x}", number);
+    }
+    return number < 0x10000 ? fmt::format("\\u{:04x}", number) : fmt::format("\\U{:08x}", number);
 }
 
 std::string printableExcept(std::string_view text, std::string_view kept)
 {
     std::string shown;
-    while (!text.empty()) {
+    for (;;) {
+        const std::size_t plain = utf8::plainLength(text);
+        shown += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            return shown;
+        }
         const utf8::Character character = utf8::first(text);
         const std::string_view bytes = text.substr(0, character.length);
         if (!character.valid) {
             shown += "\uFFFD";
-        } else if (utf8::isControl(character.codePoint) &&
+        } else if (utf8::isHazard(character.codePoint) &&
                    kept.find(bytes) == std::string_view::npos) {
             shown += escape(character.codePoint);
         } else {
@@ -32,7 +41,6 @@ std::string printableExcept(std::string_view text, std::string_view kept)
         }
         text.remove_prefix(character.length);
     }
-    return shown;
 }
 
 std::size_t widthOf(char32_t codePoint)
@@ -124,12 +132,17 @@ void initTextWidth()
 std::size_t displayWidth(std::string_view text)
 {
     std::size_t width = 0;
-    while (!text.empty()) {
+    for (;;) {
+        const std::size_t plain = utf8::plainLength(text);
+        width += plain;
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            return width;
+        }
         const utf8::Character character = utf8::first(text);
         width += widthOf(character.codePoint);
         text.remove_prefix(character.length);
     }
-    return width;
 }
 
 std::vector<std::string> wrap(std::string_view text, std::size_t width)

@@ -1,6 +1,7 @@
 #include "Utf8.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace utf8 {
 namespace {
@@ -96,6 +97,33 @@ bool isControl(char32_t codePoint)
                                 (codePoint >= 0x202A && codePoint <= 0x202E) ||
                                 (codePoint >= 0x2066 && codePoint <= 0x2069);
     return isControlCode(codePoint) || isSeparator || turnsDirection;
+}
+
+bool isInvisible(char32_t codePoint)
+{
+    struct Range {
+        char32_t first;
+        char32_t last;
+    };
+    constexpr Range RANGES[] = {
+        {0xAD, 0xAD},       {0x34F, 0x34F},     {0x115F, 0x1160},   {0x17B4, 0x17B5},
+        {0x180B, 0x180F},   {0x200B, 0x200D},   {0x2060, 0x2065},   {0x206A, 0x206F},
+        {0x3164, 0x3164},   {0xFEFF, 0xFEFF},   {0xFFA0, 0xFFA0},   {0xFFF9, 0xFFFB},
+        {0x1BCA0, 0x1BCA3}, {0x1D173, 0x1D17A}, {0xE0000, 0xE01EF},
+    };
+    return codePoint >= RANGES[0].first &&
+           std::any_of(std::begin(RANGES), std::end(RANGES), [codePoint](const Range& range) {
+               return codePoint >= range.first && codePoint <= range.last;
+           });
+}
+
+std::size_t plainLength(std::string_view text)
+{
+    std::size_t length = 0;
+    while (length < text.size() && byteAt(text, length) >= 0x20 && byteAt(text, length) < 0x7F) {
+        ++length;
+    }
+    return length;
 }
 
 }  // namespace utf8

@@ -36,4 +36,18 @@ bool isSpace(char32_t codePoint);
 ///         direction around.
 bool isControl(char32_t codePoint);
 
+/// @return whether the character is not seen where it stands, but makes another text of what looks
+///         the same: of no width, the soft hyphen, the byte order mark, the tag characters.
+bool isInvisible(char32_t codePoint);
+
+/// @return whether the character is better not shown as it is.
+inline bool isHazard(char32_t codePoint)
+{
+    return isControl(codePoint) || isInvisible(codePoint);
+}
+
+/// @return the number of bytes at the beginning of a text that are letters, digits and signs of
+///         ASCII, or the blank.
+std::size_t plainLength(std::string_view text);
+
 }  // namespace utf8

@@ -1,5 +1,7 @@
 #include "FileCode.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -7,8 +9,8 @@
 
 namespace {
 
-/// Of 240 bytes each: 60 MB.
-constexpr std::uint32_t MOST_NODES = 250000;
+/// Of up to 600 bytes each: 60 MB.
+constexpr std::uint32_t MOST_NODES = 100000;
 
 /// Views over views, and common table expressions and generated columns over each other.
 constexpr std::uint32_t MOST_LEVELS = 16;
@@ -26,6 +28,7 @@ constexpr std::uint32_t STACK_OF_COMPOUND_TERM = 550;
 constexpr std::uint32_t STACK_OF_OPERATOR = 420;
 constexpr std::uint32_t STACK_OF_JOIN = 500;
 constexpr std::uint32_t STACK_OF_WINDOW = 600;
+constexpr std::uint32_t STACK_OF_JSON = 150 * 1024;  ///< of its deepest nesting, 2000
 
 /// Words that no name can be without quotes, and between which an expression stands.
 constexpr const char* AROUND_EXPRESSIONS =
@@ -70,6 +73,14 @@ private:
 
     std::uint32_t m_counts[COUNTERS] = {};
 };
+
+/// The functions of JSON are refused in a schema, its tables "json_each" and "json_tree" are not.
+bool isJsonTable(const SqlToken& name)
+{
+    constexpr const char* PREFIX = "json_";
+    return name.length == std::strlen("json_each") &&
+           sqlite3_strnicmp(name.text, PREFIX, static_cast<int>(std::strlen(PREFIX))) == 0;
+}
 
 bool holdsCode(const char* statement)
 {
@@ -272,6 +283,7 @@ void FileCode::Reckoning::takeClause()
 void FileCode::Reckoning::takeName()
 {
     m_scope->ownStack += m_tokens.now().isOneOf(" over ") ? STACK_OF_WINDOW : 0;
+    m_scope->ownStack += isJsonTable(m_tokens.now()) ? STACK_OF_JSON : 0;
     if (m_tokens.isFunction() || m_tokens.isQualifier() || m_tokens.isAlias()) {
         return;
     }

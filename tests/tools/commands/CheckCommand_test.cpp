@@ -173,7 +173,7 @@ TEST(CheckCommand, RefusesAnUnknownKindAndNamesTheNearest)
         const CommandResult result = zav.run("check f.db " + option + " mising-text");
         EXPECT_EQ(result.errors, "zav: " + option +
                                      ": \"mising-text\" is no kind of finding; the nearest is "
-                                     "\"missing-text\"\nzav: see zav --help\n");
+                                     "\"missing-text\"\nzav: see zav check --help\n");
         EXPECT_EQ(result.status, 2);
     }
 }
@@ -200,7 +200,7 @@ TEST(CheckCommand, ChecksTheLanguagesThatAreAskedFor)
                   row.output);
     }
     EXPECT_EQ(zav.run("check f.db --languages 1,x").errors,
-              "zav: --languages: \"x\" is no number from 0 to 65535\nzav: see zav --help\n");
+              "zav: --languages: \"x\" is no number from 0 to 65535\nzav: see zav check --help\n");
 }
 
 TEST(CheckCommand, ChecksEachFileAndEndsAsTheWorst)

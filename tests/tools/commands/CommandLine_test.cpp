@@ -9,33 +9,46 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
     struct Case {
         std::string arguments;
         std::string message;
+        std::string command;  ///< whose help is named
     };
     const Case cases[] = {
-        {"", "A subcommand is required"},
-        {"frobnicate", "not understood: frobnicate"},
-        {"faults", "FILE is required"},
-        {"faults FILE check FILE", "not understood: check FILE"},
-        {"frobnicate --format xml FILE", "not understood: frobnicate FILE"},
-        {"faults FILE other", "not understood: other"},
-        {"faults FILE --colour", "not understood: --colour"},
-        {"faults FILE --format xml", "--format: \"xml\" is none of table|json|csv"},
+        {"", "A subcommand is required", ""},
+        {"frobnicate", "not understood: frobnicate", ""},
+        {"falt 17", "not understood: falt 17; did you mean fault?", ""},
+        {"faults", "FILE is required", "faults "},
+        {"faults FILE check FILE", "not understood: check FILE", "faults "},
+        {"frobnicate --format xml FILE", "not understood: frobnicate FILE", ""},
+        {"faults FILE other", "not understood: other", "faults "},
+        {"faults FILE --colour", "not understood: --colour", "faults "},
+        {"faults FILE --fromat=json", "not understood: --fromat=json; did you mean --format?",
+         "faults "},
+        {"--verzion", "not understood: --verzion; did you mean --version?", ""},
+        {"check FILE --failon note", "not understood: --failon; did you mean --fail-on?", "check "},
+        {"faults FILE --format xml", "--format: \"xml\" is none of table|json|csv", "faults "},
         {"faults FILE --debug much",
-         "--debug: \"much\" is no number from -2147483648 to 2147483647"},
-        {"fault FILE", "CODE is required"},
-        {"sql FILE", "STATEMENT is required"},
-        {"sql FILE delete", "STATEMENT: \"delete\" is none of insert|update"},
+         "--debug: \"much\" is no number from -2147483648 to 2147483647", "faults "},
+        {"--debug 1 check FILE", "--debug: zav check keeps the library silent", "check "},
+        {"fault FILE", "CODE is required", "fault "},
+        {"fault 101 faults.db", "the file comes first: zav fault faults.db 101", "fault "},
+        {"sql FILE", "STATEMENT is required", "sql "},
+        {"sql FILE delete", "STATEMENT: \"delete\" is none of insert|update", "sql "},
+        {"sql insert FILE", "the file comes first: zav sql FILE insert", "sql "},
         {"sql FILE insert --table faults",
-         "--table: \"faults\" is none of fault_type_definition|descriptions|all"},
-        {"faults FILE --format sarif", "--format: \"sarif\" is none of table|json|csv"},
-        {"check FILE --format xml", "--format: \"xml\" is none of table|json|csv|sarif"},
-        {"check FILE --fail-on never", "--fail-on: \"never\" is none of error|warning|note"},
-        {"sql FILE insert --format json", "--format: zav sql writes nothing but SQL"},
+         "--table: \"faults\" is none of fault_type_definition|descriptions|all", "sql "},
+        {"sql FILE insert --format json", "--format: zav sql writes nothing but SQL", "sql "},
+        {"info", "FILE is required", "info "},
+        {"install NEW", "TARGET is required", "install "},
+        {"install NEW TARGET --format csv", "--format: \"csv\" is none of table|json", "install "},
+        {"install NEW TARGET --expect 0a1",
+         "--expect: \"0a1\" is no content hash: these have 64 hexadecimal digits", "install "},
+        {"help chekc", "there is no command chekc; did you mean check?", ""},
     };
     const ZavCommand zav;
     for (const Case& row : cases) {
         const CommandResult result = zav.run(row.arguments);
         EXPECT_EQ(result.output, "") << row.arguments;
-        EXPECT_EQ(result.errors, "zav: " + row.message + "\nzav: see zav --help\n");
+        EXPECT_EQ(result.errors,
+                  "zav: " + row.message + "\nzav: see zav " + row.command + "--help\n");
         EXPECT_EQ(result.status, 2) << row.arguments;
     }
 }
@@ -68,6 +81,9 @@ Subcommands:
   texts                       Show the texts of fault types
   sql                         Write the statement of every row, to be run
   check                       Find what would surprise an application
+  info                        Say what a file is
+  install                     Put a checked copy of a file in the place of another
+  help                        Print the help of a command
 
 Examples:
   zav faults faults.db                              all fault types
@@ -75,9 +91,13 @@ Examples:
   zav texts faults.db --language 2 --format csv     the texts in one language, for a spreadsheet
   zav sql faults.db insert | sqlite3 -bail copy.db  into a file that has the empty tables
   zav check faults.db                               what would surprise an application
+  zav info faults.db --source 1                     which file it is, what is translated
+  zav install faults.db /data/faults.db             safely into the place of the old file
 
-Exit status: 0 done, 1 not found or findings, 2 wrong usage,
-3 the file cannot be read or the output cannot be written.
+zav help COMMAND tells what a command takes.
+
+Exit status: 0 done, 1 not found or findings, 2 wrong usage, 3 the file cannot
+be read or the output cannot be written.
 )");
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.status, 0);
@@ -94,16 +114,23 @@ Positionals:
 
 Options:
   -h,--help                   Print this help message and exit
+  --debug LEVEL               The library's lines on standard error: 0 errors only, 1 and 2 more
+  --format table|json|csv     How results are written; table unless given
   --code CODE                 Only those of this fault type
   --language LANGUAGE         Only those in this language
 
-Further options, examples and the exit status: zav --help
+Exit status: 0 done, 1 no text has the code and language, 2 wrong usage, 3 the
+file cannot be read or the output cannot be written.
 )");
-    for (const std::string command : {"faults", "fault", "sql", "check"}) {
+    for (const std::string command :
+         {"faults", "fault", "texts", "sql", "check", "info", "install"}) {
         const CommandResult result = zav.run(command + " --help");
         EXPECT_NE(result.output.find("Usage: zav " + command), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find("\nExit status: 0 "), std::string::npos) << result.output;
         EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(zav.run("help " + command).output, result.output);
     }
+    EXPECT_EQ(zav.run("help").output, zav.run("--help").output);
 }
 
 TEST(CommandLine, DebugLevelSendsTheLibrarysLinesToStandardError)

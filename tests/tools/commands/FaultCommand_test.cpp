@@ -146,11 +146,8 @@ TEST(FaultCommand, TellsAFailedLookupFromAnUnknownCode)
     const std::string file = zav.database("DROP TABLE fault_type_definition");
     const CommandResult result = zav.run("fault " + file + " 12");
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(
-        result.errors,
-        "[ERROR] SQL3::getTbl() Sql Query failed: no such table: fault_type_definition Err=1\n"
-        "zav: " +
-            file + ": cannot be read\n");
+    EXPECT_EQ(result.errors,
+              "zav: " + file + ": cannot be read: no such table: fault_type_definition\n");
     EXPECT_EQ(result.status, 3);
 }
 
@@ -175,7 +172,7 @@ TEST(FaultCommand, TakesOnlyDecimalCodesOf16Bits)
     }
     EXPECT_EQ(zav.run("fault " + file + " 65536").errors,
               "zav: CODE: \"65536\" is no number from 0 to 65535\n"
-              "zav: see zav --help\n");
+              "zav: see zav fault --help\n");
     EXPECT_EQ(zav.run("fault " + file + " -1").status, 2);
     EXPECT_EQ(zav.run("fault " + file + " 010").status, 1) << "decimal, not octal";
 }

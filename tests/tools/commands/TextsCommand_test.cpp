@@ -103,10 +103,7 @@ TEST(TextsCommand, ReportsAMissingTable)
     const ZavCommand zav;
     const std::string file = zav.database("DROP TABLE descriptions");
     const std::string texts = "texts " + file;
-    const std::string errors =
-        "[ERROR] SQL3::getTbl() Sql Query failed: no such table: descriptions Err=1\n"
-        "zav: " +
-        file + ": cannot be read\n";
+    const std::string errors = "zav: " + file + ": cannot be read: no such table: descriptions\n";
     for (const std::string options : {"", " --code 1"}) {
         const CommandResult result = zav.run(texts + options);
         EXPECT_EQ(result.errors, errors);

@@ -12,8 +12,8 @@ std::string faultTypes(const std::string& values)
 TEST(Output, WrapsTextsToTheWidth)
 {
     const ZavCommand zav;
-    const std::string file =
-        zav.database(faultTypes("(1,'the oven door is open','a_word_wider_than_its_column',2,3)"));
+    const std::string file = zav.database(
+        faultTypes("(1,'the oven door is open','a_word_wider_than_any_line_of_a_block_is',2,3)"));
     EXPECT_EQ(zav.run("faults " + file, "COLUMNS=50").output,
               "code  alias            type             bug  clear\n"
               "                                             after\n"
@@ -21,7 +21,8 @@ TEST(Output, WrapsTextsToTheWidth)
               "                                                nr\n"
               "----  ---------------  ---------------  ---  -----\n"
               "   1  the oven door    a_word_wider_th    2      3\n"
-              "      is open          an_its_column\n");
+              "      is open          an_any_line_of_\n"
+              "                       a_block_is\n");
 }
 
 TEST(Output, ShowsRecordsWhereColumnsWouldBeTooNarrow)
@@ -154,6 +155,94 @@ TEST(Output, HasNoColourWhereNoneIsWanted)
     EXPECT_EQ(zav.runOnTerminal(80, "faults " + file, "TERM=dumb").output, plain);
     EXPECT_EQ(zav.run("faults " + file).output, plain);
     EXPECT_NE(zav.runOnTerminal(80, "faults " + file, "NO_COLOR=").output, plain);
+}
+
+TEST(Output, PadsNoCellBeyond40ColumnsInAPipe)
+{
+    const ZavCommand zav;
+    const std::string wide(60, 'w');
+    const std::string file = zav.database(
+        "INSERT INTO descriptions VALUES(1,1,1,'" + wide + "','a','b','c','" + wide +
+        "'),(2,2,2,'n','a','b','c','r')");
+    const std::string rule(40, '-');
+    EXPECT_EQ(zav.run("texts " + file).output,
+              "id  id fault type  id language  name" + std::string(38, ' ') +
+                  "short description  description  comment  remedy\n"
+                  "--  -------------  -----------  " +
+                  rule + "  -----------------  -----------  -------  " + rule +
+                  "\n"
+                  " 1              1            1  " +
+                  wide + "  a                  b            c        " + wide +
+                  "\n"
+                  " 2              2            2  n" +
+                  std::string(41, ' ') + "a                  b            c        r\n");
+}
+
+TEST(Output, BreaksNoWordOfTheSampleAt120Columns)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database();
+    zav.shell("sqlite3 -bail " + file + " <" ZAV_SOURCE_DIR "/db/sample.sql");
+    const std::string words = " | tr -s ' \n' '\n\n' | LC_ALL=C sort -u";
+    EXPECT_EQ(zav.shell("{ sqlite3 -csv " + file +
+                        " 'SELECT name, short_description, description, comment, remedy FROM "
+                        "descriptions' | tr '\",' '\n '" +
+                        words + " >all; COLUMNS=120; export COLUMNS; zav texts " + file +
+                        " | tr ',' ' '" + words +
+                        " | grep -E '^[A-Za-z]{8,}' | grep -vxFf all | grep -vE "
+                        "'^(language|description)'; rm all; }")
+                  .output,
+              "");
+}
+
+TEST(Output, StaysWithinANarrowTerminal)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(
+        "INSERT INTO fault_type_definition VALUES(1,'the oven door is open','b',2,3);"
+        "INSERT INTO descriptions VALUES(1,1,1,'a_word_wider_than_the_line','','','','')");
+    EXPECT_EQ(tooWideLines(zav, "fault " + file + " 1", 20), "");
+    EXPECT_EQ(zav.run("faults " + file, "COLUMNS=20").output,
+              "code\n"
+              "  1\n"
+              "alias\n"
+              "  the oven door is\n"
+              "  open\n"
+              "type\n"
+              "  b\n"
+              "bug\n"
+              "  2\n"
+              "clear after cycle nr\n"
+              "  3\n");
+}
+
+TEST(Output, EscapesInvisibleCharacters)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(
+        faultTypes("(1,'a' || char(173) || 'b' || char(8203) || char(65279),"
+                   "'t' || char(917569),0,0)"));
+    EXPECT_EQ(zav.run("faults " + file).output,
+              "code  alias                 type         bug  clear after cycle nr\n"
+              "----  --------------------  -----------  ---  --------------------\n"
+              "   1  a\\u00adb\\u200b\\ufeff  t\\U000e0041    0                     0\n");
+    EXPECT_EQ(zav.shell("zav faults --format json " + file + " | grep -E 'alias|type'").output,
+              "    \"alias\": \"a\\u00adb\\u200b\\ufeff\",\n"
+              "    \"type\": \"t\\udb40\\udc41\",\n");
+}
+
+TEST(Output, JsonIsReadBackAsItWasStored)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(
+        faultTypes("(1,'quote \" back \\ slash / tab ' || char(9) || char(10) || char(1),"
+                   "'\u00fc\U0001F600',0,0),(2,'','plain',0,0)"));
+    EXPECT_EQ(zav.shell("zav faults --format json " + file +
+                        " | python3 -c 'import json, sys; [print(repr(row[\"alias\"]), "
+                        "ascii(row[\"type\"])) for row in json.load(sys.stdin)]'")
+                  .output,
+              "'quote \" back \\\\ slash / tab \\t\\n\\x01' '\\xfc\\U0001f600'\n"
+              "'' 'plain'\n");
 }
 
 TEST(Output, ReportsWhatCannotBeWritten)

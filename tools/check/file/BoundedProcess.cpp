@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -103,6 +104,7 @@ ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::ch
     }
     if (process == 0) {
         close(ends[0]);
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // nobody is left to read what it writes
         limit(most);
         runCopy(work, ends[1]);
     }
@@ -111,4 +113,10 @@ ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::ch
     close(ends[0]);
     result.end = endOf(process);
     return result;
+}
+
+std::chrono::seconds mostTimeFor(std::uintmax_t fileSize)
+{
+    constexpr std::uintmax_t BYTES_PER_SECOND = 1024 * 1024;
+    return std::chrono::seconds(10 + fileSize / BYTES_PER_SECOND);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -24,3 +25,6 @@ using Writer = std::function<void(const std::string&)>;
 /// @throws std::system_error if there can be no further process.
 ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::chrono::seconds most,
                          const std::function<void()>& onWait);
+
+/// @return ten times what a slow device takes to read a file of so many bytes.
+std::chrono::seconds mostTimeFor(std::uintmax_t fileSize);

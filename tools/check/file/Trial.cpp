@@ -30,13 +30,6 @@ void report(const Writer& write, char about, const std::string& words)
     write(about + words.substr(0, words.find(END)) + END);
 }
 
-/// Ten times what a slow device takes.
-std::chrono::seconds mostTime(std::uintmax_t fileSize)
-{
-    constexpr std::uintmax_t BYTES_PER_SECOND = 1U << 20U;
-    return std::chrono::seconds(10 + fileSize / BYTES_PER_SECOND);
-}
-
 /// Runs the queries that are not of an ordinary table as the library does: it may refuse a view, or
 /// end it, that SQLite alone would go on with. Opening the file lets the library deal with the
 /// journal of a writer that died, as it will on the device.
@@ -164,7 +157,7 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
         return;
     }
     limitMemory(size);  // here, too: what fails there for want of memory must not succeed here
-    const std::chrono::seconds most = mostTime(size);
+    const std::chrono::seconds most = mostTimeFor(size);
     const ProcessResult result =
         runBounded([&](const Writer& write) { readInEveryWay(file, write); }, most, onProgress);
     m_isSafe = result.end == ProcessResult::End::DONE;
