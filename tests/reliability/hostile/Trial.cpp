@@ -20,6 +20,9 @@
 #include "support/QuickClock.h"
 #include "support/records.h"
 #include "zav/DescriptionDb.h"
+#include "zav/Sqlite3Db.h"
+#include "zav/ZavSqlDescriptionsTbl.h"
+#include "zav/ZavSqlFaultTypeDefTbl.h"
 
 namespace {
 
@@ -164,7 +167,7 @@ void limit(decltype(RLIMIT_CPU) resource, rlim_t most)
 #if !defined(__SANITIZE_ADDRESS__)
     limit(RLIMIT_AS, std::min<rlim_t>(MOST_MEMORY, RLIM_INFINITY));
 #endif
-    dup2(::open((file + ".lines").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+    dup2(::open(linesOf(file).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
     DescriptionDb::getInstance()->setDbgLevel(0);
     Answers answers;
     const QuickClock clock(clockSpeed);
@@ -176,6 +179,11 @@ void limit(decltype(RLIMIT_CPU) resource, rlim_t most)
 }
 
 }  // namespace
+
+std::string linesOf(const std::string& file)
+{
+    return file + ".lines";
+}
 
 Outcome tryFile(const std::string& file, const Stack& stack, int clockSpeed)
 {
@@ -194,4 +202,24 @@ Outcome tryFile(const std::string& file, const Stack& stack, int clockSpeed)
     outcome.signal = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
     outcome.residentBytes = usage.ru_maxrss * 1024LL;
     return outcome;
+}
+
+std::uint64_t checksumWithoutBounds(const std::string& file)
+{
+    Answers answers;
+    Sqlite3Db db(0);
+    ZavSqlFaultTypeDefTbl faultTypes("fault_type_definition");
+    ZavSqlDescriptionsTbl descriptions("descriptions");
+    const std::string lookedUp = std::to_string(LOOKED_UP);
+    // A connection for writing is the application's own, and has none.
+    if (db.openDb(file, false) != 0 ||
+        db.getTbl("SELECT * FROM fault_type_definition", answers.faultTypes, &faultTypes) < 0 ||
+        db.getTbl("SELECT * FROM fault_type_definition WHERE code LIKE " + lookedUp,
+                  answers.faultType, &faultTypes) != 1 ||
+        db.getTbl("SELECT * FROM descriptions", answers.descriptions, &descriptions) < 0 ||
+        db.getTbl("SELECT * FROM descriptions WHERE id_fault_type = " + lookedUp, answers.texts,
+                  &descriptions) < 0) {
+        throw std::runtime_error("an honest file that SQLite does not read");
+    }
+    return checksumOf(answers);
 }

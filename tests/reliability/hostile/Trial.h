@@ -36,5 +36,11 @@ struct Outcome {
 
 /// Opens a file, asks all that can be asked, and closes it; in a process of its own.
 ///
-/// What it writes to standard output goes to a file beside the other, with `.lines` at its end.
+/// @param clockSpeed  how many times as fast the clocks of that process run.
 Outcome tryFile(const std::string& file, const Stack& stack, int clockSpeed);
+
+/// @return the file to which the last trial of a file has written its standard output.
+std::string linesOf(const std::string& file);
+
+/// @return the checksum of what the same questions come to without any bounds.
+std::uint64_t checksumWithoutBounds(const std::string& file);
