@@ -45,17 +45,18 @@ public:
     /// all, opens: its queries fail. Reading its schema takes no more than a query may.
     ///
     /// What a writer that died in mid-transaction has half done is rolled back, if the file, its
-    /// journal and their folder can be written and the journal names no super-journal; otherwise the
-    /// queries fail, and nothing is changed. The same holds for a writer that dies later. Nobody is
-    /// waited for here: a file that others have locked opens at once, and a query then waits for up
-    /// to 5 s.
+    /// journal and their folder can be written and the journal names no super-journal; otherwise
+    /// the queries fail, and nothing is changed. The same holds for a writer that dies later.
+    /// Nobody is waited for here: a file that others have locked opens at once, and a query then
+    /// waits for up to 5 s.
     ///
     /// No SQL text can load an extension or damage the file on purpose, and the file's views call
     /// no function with side effects. A connection that can only read is held to more: no write of
-    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It deletes
-    /// nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular file; a
-    /// "-shm" with a second link is not written. What a query of it may be and take, and how it fails
-    /// beyond:
+    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It
+    /// deletes nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular
+    /// file; a
+    /// "-shm" with a second link is not written. What a query of it may be and take, and how it
+    /// fails beyond:
     ///
     /// - a text, a blob or a row of 16 MiB: "string or blob too big" (18);
     /// - a pattern of `LIKE` or `GLOB` of 2,000 bytes: "LIKE or GLOB pattern too complex" (1);
@@ -63,7 +64,8 @@ public:
     /// - 200 terms of a compound `SELECT`: "too many terms in compound SELECT" (1);
     /// - 172,032 instructions of SQLite's machine: "out of memory" (7);
     /// - 10 s of processor time: "interrupted" (9);
-    /// - 64 times the file's size, but at least 128 MiB, of memory for its result: "interrupted" (9).
+    /// - 64 times the file's size, but at least 128 MiB, of memory for its result: "interrupted"
+    /// (9).
     ///
     /// A query that reaches a view, a generated column or a virtual table of the file may be less:
     ///
@@ -71,10 +73,12 @@ public:
     /// - a shorter pattern on a small stack;
     /// - 21,504 instructions;
     /// - 100 columns: "too many columns in result set" (1);
-    /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions once
+    /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions
+    /// once
     ///   all are put together: "<name> is too complex" (1);
     /// - what the stack holds: "too little stack for the query" (1);
-    /// - and to its memory counts what SQLite needs to sort, for instance, and what other connections
+    /// - and to its memory counts what SQLite needs to sort, for instance, and what other
+    /// connections
     ///   of the process take meanwhile.
     ///
     /// @note A connection is used and closed on threads with no less stack than the one that opened
