@@ -18,12 +18,10 @@ namespace {
 
 constexpr unsigned char PAINT = 0xA5;
 
-constexpr std::size_t MAIN_PAINTED =
-    static_cast<const std::size_t>(6 * 1024 *) 1024;  ///< of the usual 8 MiB
-constexpr std::size_t FRAME = 4096;                   ///< what the painter itself stands on
+constexpr std::size_t MAIN_PAINTED = 6UL * 1024 * 1024;  ///< of the usual 8 MiB
+constexpr std::size_t FRAME = 4096;                      ///< what the painter itself stands on
 
-constexpr std::size_t GUARD =
-    static_cast<const std::size_t>(256 *) 1024;  ///< more than any frame that could jump over it
+constexpr std::size_t GUARD = 256UL * 1024;  ///< more than any frame that could jump over it
 
 using Byte = volatile unsigned char;
 

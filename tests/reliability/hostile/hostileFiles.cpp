@@ -28,13 +28,12 @@ namespace {
 
 constexpr long long MIB = 1024LL * 1024;
 
-constexpr Stack SMALLEST = {"16 KiB", static_cast<std::size_t>(16 *) 1024,
-                            static_cast<std::size_t>(16 *) 1024};
+constexpr Stack SMALLEST = {"16 KiB", 16UL * 1024, 16UL * 1024};
 constexpr std::array STACKS = {
     Stack{"main", 0, 0},
-    Stack{"64 KiB", static_cast<std::size_t>(64 *) 1024, static_cast<std::size_t>(64 *) 1024},
+    Stack{"64 KiB", 64UL * 1024, 64UL * 1024},
     SMALLEST,
-    Stack{"main, then 16 KiB", 0, static_cast<std::size_t>(16 *) 1024},
+    Stack{"main, then 16 KiB", 0, 16UL * 1024},
 };
 
 constexpr double PROMISED_SECONDS = 10;
