@@ -29,7 +29,7 @@ constexpr long long MIB = 1024LL * 1024;
 /// What SQLite takes besides: the pages of the file, and one row on its way.
 constexpr long long SLACK_BYTES = 64 * MIB;
 
-constexpr std::size_t SMALL_STACK = 64 * 1024;
+constexpr std::size_t SMALL_STACK = 64UL * 1024;
 
 void addObject(DatabaseMaker& maker, Grammar& grammar, int& views)
 {

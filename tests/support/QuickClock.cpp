@@ -46,6 +46,8 @@ double processorSeconds()
 }
 
 // Found before the C library's by all that is in the process.
+// The header names its parameters with underscores, which are not for us.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int clock_gettime(clockid_t clock, struct timespec* time) noexcept
 {
     return tell(clock, time);

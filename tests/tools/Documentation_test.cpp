@@ -17,9 +17,9 @@ const std::string COMPLETION = "'" ZAV_SOURCE_DIR "/tools/completion/zav'";
 std::string offered(const ZavCommand& zav, const std::string& line)
 {
     return zav
-        .shell("bash -c 'zav() { $ZAV \"$@\"; }; . \"$0\"; cd " + zav.file("work") +
+        .shell(R"(bash -c 'zav() { $ZAV "$@"; }; . "$0"; cd )" + zav.file("work") +
                "; COMP_WORDS=(" + line +
-               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo \"${COMPREPLY[*]}\"' " +
+               R"(); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zav; echo "${COMPREPLY[*]}"' )" +
                COMPLETION)
         .output;
 }
