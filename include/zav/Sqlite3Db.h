@@ -45,28 +45,41 @@ public:
     /// all, opens: its queries fail. Reading its schema takes no more than a query may.
     ///
     /// What a writer that died in mid-transaction has half done is rolled back, if the file, its
-    /// journal and their folder can be written and the journal names no super-journal; otherwise the
-    /// queries fail, and nothing is changed. The same holds for a writer that dies later. Nobody is
-    /// waited for here: a file that others have locked opens at once, and a query then waits for up
-    /// to 5 s.
+    /// journal and their folder can be written and the journal names no super-journal; otherwise
+    /// the queries fail, and nothing is changed. The same holds for a writer that dies later.
+    /// Nobody is waited for here: a file that others have locked opens at once, and a query then
+    /// waits for up to 5 s.
     ///
     /// No SQL text can load an extension or damage the file on purpose, and the file's views call
     /// no function with side effects. A connection that can only read is held to more: no write of
-    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It deletes
-    /// nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular file; a
-    /// "-shm" with a second link is not written. What a query of it may be and take:
+    /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It
+    /// deletes nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular
+    /// file; a
+    /// "-shm" with a second link is not written. What a query of it may be and take, and how it
+    /// fails beyond:
     ///
-    /// | | of an application's own text | that reaches a view, a generated column or a virtual table of the file |
-    /// |---|---|---|
-    /// | text, blob or row | 16 MiB (18, "string or blob too big") | 1.5 times the file, at least 16 KiB, at most 16 MiB |
-    /// | pattern of `LIKE` and `GLOB` | 2,000 bytes (1, "LIKE or GLOB pattern too complex") | the same, less on a small stack |
-    /// | depth of an expression | 200 (1, "Expression tree is too large (maximum depth 200)") | the same |
-    /// | terms of a compound `SELECT` | 200 (1, "too many terms in compound SELECT") | the same |
-    /// | program | 172,032 instructions of SQLite's machine (7, "out of memory") | 21,504 |
-    /// | columns of a result | 2,000 | 100 (1, "too many columns in result set") |
-    /// | code of the file | | 16 views and common table expressions over each other, 100,000 nodes of expressions (1, "<name> is too complex"), no more than the stack holds (1, "too little stack for the query") |
-    /// | processor time | 10 s (9, "interrupted") | the same |
-    /// | memory of SQLite | 64 times the file, at least 128 MiB (9, "interrupted") | the same; to sort, for instance, counts as well, and what others take then |
+    /// - a text, a blob or a row of 16 MiB: "string or blob too big" (18);
+    /// - a pattern of `LIKE` or `GLOB` of 2,000 bytes: "LIKE or GLOB pattern too complex" (1);
+    /// - an expression 200 deep: "Expression tree is too large (maximum depth 200)" (1);
+    /// - 200 terms of a compound `SELECT`: "too many terms in compound SELECT" (1);
+    /// - 172,032 instructions of SQLite's machine: "out of memory" (7);
+    /// - 10 s of processor time: "interrupted" (9);
+    /// - 64 times the file's size, but at least 128 MiB, of memory for its result: "interrupted"
+    /// (9).
+    ///
+    /// A query that reaches a view, a generated column or a virtual table of the file may be less:
+    ///
+    /// - a text of 1.5 times the file's size, but at least 16 KiB;
+    /// - a shorter pattern on a small stack;
+    /// - 21,504 instructions;
+    /// - 100 columns: "too many columns in result set" (1);
+    /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions
+    /// once
+    ///   all are put together: "<name> is too complex" (1);
+    /// - what the stack holds: "too little stack for the query" (1);
+    /// - and to its memory counts what SQLite needs to sort, for instance, and what other
+    /// connections
+    ///   of the process take meanwhile.
     ///
     /// @note A connection is used and closed on threads with no less stack than the one that opened
     ///       it: SQLite takes stack to let go of a schema, too. 16 KiB do for tables.

@@ -95,6 +95,7 @@ int main(int argc, char** argv)
 
     check(after.descriptors == before.descriptors, "descriptors have grown");
     check(after.sqliteBytes == before.sqliteBytes, "SQLite's memory has grown");
-    check(after.heapBytes <= before.heapBytes, "the heap has grown");
+    // A block may be 16 bytes larger than asked for, as it comes; what leaks, leaks in each cycle.
+    check(after.heapBytes < before.heapBytes + cycles, "the heap has grown");
     return 0;
 }

@@ -7,7 +7,10 @@ constexpr const char* LINE_END = "\r\n";
 
 void appendField(std::string_view field, std::string& line)
 {
-    if (field.find_first_of(",\"\r\n") == std::string_view::npos) {
+    const auto isIn = [field](char character) {
+        return field.find(character) != std::string_view::npos;
+    };
+    if (!(isIn(',') || isIn('"') || isIn('\r') || isIn('\n'))) {
         line += field;
         return;
     }

@@ -53,14 +53,13 @@ std::string dumped(const nlohmann::ordered_json& value)
 /// @return whether a text is in quotes what it is in JSON.
 bool isPlain(std::string_view text)
 {
-    while (!text.empty()) {
-        const std::size_t plain = utf8::plainLength(text);
-        if (text.substr(0, plain).find_first_of("\"\\") != std::string_view::npos) {
-            return false;
-        }
-        text.remove_prefix(plain);
+    if (text.find('"') != std::string_view::npos || text.find('\\') != std::string_view::npos) {
+        return false;
+    }
+    for (;;) {
+        text.remove_prefix(utf8::harmlessLength(text));
         if (text.empty()) {
-            break;
+            return true;
         }
         const utf8::Character character = utf8::first(text);
         if (!character.valid || utf8::isHazard(character.codePoint)) {
@@ -68,7 +67,6 @@ bool isPlain(std::string_view text)
         }
         text.remove_prefix(character.length);
     }
-    return true;
 }
 
 /// Of texts of a list nearly all are plain, and what the library does for the others takes most of

@@ -171,10 +171,41 @@ Lines wrappedCell(const std::string& cell, std::size_t width, const Terminal& te
     return wrap(cell, terminal.width == Terminal::UNLIMITED ? Terminal::UNLIMITED : width);
 }
 
+bool hasLines(const std::string& cell)
+{
+    return cell.find('\n') != std::string::npos;
+}
+
+/// One line of a row.
+std::string renderLine(const Lines& texts, const Layout& layout, const Widths& widths,
+                       const Terminal& terminal, bool isHeader)
+{
+    std::string rendered;
+    std::size_t pending = 0;  // blanks are written only once something follows them
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const std::size_t used = displayWidth(texts[i]);
+        const std::size_t blanks = widths[i] > used ? widths[i] - used : 0;
+        const bool isNumber = layout.columns[i].isNumber;
+        pending += isNumber ? blanks : 0;
+        if (!texts[i].empty()) {
+            rendered.append(pending, ' ');
+            rendered += isHeader ? emphasised(texts[i], terminal) : texts[i];
+            pending = 0;
+        }
+        pending += (isNumber ? 0 : blanks) + GAP;
+    }
+    rendered += '\n';
+    return rendered;
+}
+
 /// One row of cells, each of which may take several lines.
 std::string renderRow(const Lines& cells, const Layout& layout, const Widths& widths,
                       const Terminal& terminal, bool isHeader)
 {
+    if (terminal.width == Terminal::UNLIMITED && !isHeader &&
+        std::none_of(cells.begin(), cells.end(), hasLines)) {
+        return renderLine(cells, layout, widths, terminal, isHeader);
+    }
     std::vector<Lines> wrapped;
     std::size_t height = 0;
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -183,23 +214,11 @@ std::string renderRow(const Lines& cells, const Layout& layout, const Widths& wi
     }
     std::string rendered;
     for (std::size_t line = 0; line < height; ++line) {
-        std::string pending;  // blanks are written only once something follows them
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const std::string text = line < wrapped[i].size() ? wrapped[i][line] : "";
-            const std::string blanks = padding(widths[i], text);
-            if (layout.columns[i].isNumber) {
-                pending += blanks;
-            }
-            if (!text.empty()) {
-                rendered += pending + (isHeader ? emphasised(text, terminal) : text);
-                pending.clear();
-            }
-            if (!layout.columns[i].isNumber) {
-                pending += blanks;
-            }
-            pending += std::string(GAP, ' ');
+        Lines texts;
+        for (const Lines& lines : wrapped) {
+            texts.push_back(line < lines.size() ? lines[line] : "");
         }
-        rendered += '\n';
+        rendered += renderLine(texts, layout, widths, terminal, isHeader);
     }
     return rendered;
 }

@@ -23,9 +23,9 @@ std::string printableExcept(std::string_view text, std::string_view kept)
 {
     std::string shown;
     for (;;) {
-        const std::size_t plain = utf8::plainLength(text);
-        shown += text.substr(0, plain);
-        text.remove_prefix(plain);
+        const std::size_t harmless = utf8::harmlessLength(text);
+        shown += text.substr(0, harmless);
+        text.remove_prefix(harmless);
         if (text.empty()) {
             return shown;
         }
@@ -45,6 +45,10 @@ std::string printableExcept(std::string_view text, std::string_view kept)
 
 std::size_t widthOf(char32_t codePoint)
 {
+    constexpr char32_t FIRST_ACCENT = 0x300;
+    if (codePoint < FIRST_ACCENT) {
+        return 1;
+    }
     const int width = wcwidth(static_cast<wchar_t>(codePoint));
     return width < 0 ? 1 : static_cast<std::size_t>(width);  // -1: the locale does not know it
 }
@@ -167,6 +171,9 @@ std::size_t widestWord(std::string_view text)
 
 std::size_t widestLine(std::string_view text)
 {
+    if (text.find('\n') == std::string_view::npos) {
+        return displayWidth(text);
+    }
     std::size_t widest = 0;
     for (const std::string_view line : split(text, '\n')) {
         widest = std::max(widest, displayWidth(line));

@@ -126,4 +126,17 @@ std::size_t plainLength(std::string_view text)
     return length;
 }
 
+std::size_t harmlessLength(std::string_view text)
+{
+    constexpr unsigned FIRST_LEAD = 0xC3;  // of U+00C0
+    constexpr unsigned LAST_LEAD = 0xCC;   // of U+033F
+    std::size_t length = plainLength(text);
+    while (length + 1 < text.size() && byteAt(text, length) >= FIRST_LEAD &&
+           byteAt(text, length) <= LAST_LEAD && (byteAt(text, length + 1) & 0xC0U) == 0x80) {
+        length += 2;
+        length += plainLength(text.substr(length));
+    }
+    return length;
+}
+
 }  // namespace utf8

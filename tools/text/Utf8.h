@@ -50,4 +50,9 @@ inline bool isHazard(char32_t codePoint)
 ///         ASCII, or the blank.
 std::size_t plainLength(std::string_view text);
 
+/// @return the number of bytes at the beginning of a text that are well-formed and no hazard, as
+/// far
+///         as that is seen at a glance: plain ones, and the letters of European scripts.
+std::size_t harmlessLength(std::string_view text);
+
 }  // namespace utf8

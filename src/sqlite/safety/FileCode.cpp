@@ -42,6 +42,8 @@ constexpr const char* OPERATORS =
 /// In bytes: a query of a table, by a column. What could do harm is longer.
 constexpr std::size_t LONGEST_PLAIN_QUERY = 100;
 
+constexpr const char* QUERY_WORDS = " select with values ";
+
 std::uint32_t capped(std::uint64_t nodes)
 {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(nodes, MOST_NODES + 1));
@@ -473,8 +475,16 @@ SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost, bool& reaches
 // The lookups name a column of the file as it is named there, and any SQL may be its name.
 CompileCost FileCode::costOfText(const char* query) const
 {
+    int queries = 0;
+    for (SqlTokens tokens(query); tokens.advance();) {
+        queries += tokens.now().isOneOf(QUERY_WORDS) ? 1 : 0;
+    }
     FileCode code = *this;
     code.addDefinitions(query);
     code.sort();
-    return Reckoning::costOf(code, {{}, query, query, nullptr, false, true}, nullptr);
+    CompileCost cost = Reckoning::costOf(code, {{}, query, query, nullptr, false, true}, nullptr);
+    if (queries <= 1) {
+        cost.nodes = std::min(cost.nodes, MOST_NODES);  // however long, nothing in it multiplies
+    }
+    return cost;
 }

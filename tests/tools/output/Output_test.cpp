@@ -161,9 +161,9 @@ TEST(Output, PadsNoCellBeyond40ColumnsInAPipe)
 {
     const ZavCommand zav;
     const std::string wide(60, 'w');
-    const std::string file = zav.database(
-        "INSERT INTO descriptions VALUES(1,1,1,'" + wide + "','a','b','c','" + wide +
-        "'),(2,2,2,'n','a','b','c','r')");
+    const std::string file =
+        zav.database("INSERT INTO descriptions VALUES(1,1,1,'" + wide + "','a','b','c','" + wide +
+                     "'),(2,2,2,'n','a','b','c','r')");
     const std::string rule(40, '-');
     EXPECT_EQ(zav.run("texts " + file).output,
               "id  id fault type  id language  name" + std::string(38, ' ') +
@@ -219,9 +219,9 @@ TEST(Output, StaysWithinANarrowTerminal)
 TEST(Output, EscapesInvisibleCharacters)
 {
     const ZavCommand zav;
-    const std::string file = zav.database(
-        faultTypes("(1,'a' || char(173) || 'b' || char(8203) || char(65279),"
-                   "'t' || char(917569),0,0)"));
+    const std::string file =
+        zav.database(faultTypes("(1,'a' || char(173) || 'b' || char(8203) || char(65279),"
+                                "'t' || char(917569),0,0)"));
     EXPECT_EQ(zav.run("faults " + file).output,
               "code  alias                 type         bug  clear after cycle nr\n"
               "----  --------------------  -----------  ---  --------------------\n"
