@@ -273,7 +273,7 @@ std::vector<HonestFile> honestFiles()
         {"beside a long comment", false,
          [](const std::string& file) {
              makeBeside(file, "view", "w",
-                        "CREATE VIEW w AS SELECT 1 /*" + std::string(3000000, '*') + "*/");
+                        "CREATE VIEW w AS SELECT 1 /*" + std::string(200000, '*') + "*/");
          }},
     };
 }
