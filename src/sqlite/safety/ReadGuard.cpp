@@ -56,7 +56,7 @@ int ReadGuard::open(const std::string& path, sqlite3** db, std::string& errorTex
         code = guard->reopenWithoutWritingShm(FLAGS, db);
     }
     if (code == SQLITE_OK) {
-        guard.release();  // goes with the connection
+        static_cast<void>(guard.release());  // goes with the connection
     } else {
         errorText = sqlite3_errmsg(*db);
         sqlite3_close(std::exchange(*db, nullptr));
@@ -69,7 +69,7 @@ int ReadGuard::close(sqlite3* db)
     std::unique_ptr<ReadGuard> guard(of(db));
     const int code = sqlite3_close(db);
     if (code != SQLITE_OK) {
-        guard.release();
+        static_cast<void>(guard.release());
     }
     return code;
 }

@@ -35,7 +35,7 @@ constexpr int MAX_STATEMENT = 256 * 1024;
 constexpr int USUAL_COLUMNS = 16;
 constexpr int USUAL_DEPTH = 4;
 
-constexpr std::size_t STACK_OF_READING = 5 * 1024;
+constexpr std::size_t STACK_OF_READING = 5UL * 1024;
 
 /// Of an expression in the schema, per operator.
 constexpr std::size_t STACK_OF_DEPTH = 110;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t USUAL_STACK = 48 * 1024;
+constexpr std::size_t USUAL_STACK = 48UL * 1024;
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <pthread.h>
 #include <sys/mman.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
@@ -17,10 +18,10 @@ namespace {
 
 constexpr unsigned char PAINT = 0xA5;
 
-constexpr std::size_t MAIN_PAINTED = 6 * 1024 * 1024;  ///< of the usual 8 MiB
-constexpr std::size_t FRAME = 4096;                    ///< what the painter itself stands on
+constexpr std::size_t MAIN_PAINTED = 6UL * 1024 * 1024;  ///< of the usual 8 MiB
+constexpr std::size_t FRAME = 4096;                      ///< what the painter itself stands on
 
-constexpr std::size_t GUARD = 256 * 1024;  ///< more than any frame that could jump over it
+constexpr std::size_t GUARD = 256UL * 1024;  ///< more than any frame that could jump over it
 
 using Byte = volatile unsigned char;
 

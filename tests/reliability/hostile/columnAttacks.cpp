@@ -66,7 +66,7 @@ Attacks columnAttacks()
         {"generated columns [\"] that double",
          {15, 25},
          [](const std::string& file, int n) {
-             makeColumns(file, n, "\"c\"\"#\" AS ([c\"@] || [c\"@])", "[c\"0]");
+             makeColumns(file, n, R"("c""#" AS ([c"@] || [c"@]))", "[c\"0]");
          }},
         {"generated columns with a type that double",
          {10, 25},

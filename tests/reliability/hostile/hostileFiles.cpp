@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -28,10 +29,10 @@ namespace {
 
 constexpr long long MIB = 1024LL * 1024;
 
-constexpr Stack SMALLEST = {"16 KiB", 16 * 1024, 16 * 1024};
+constexpr Stack SMALLEST = {"16 KiB", 16UL * 1024, 16UL * 1024};
 constexpr std::array STACKS = {
     Stack{"main", 0, 0},
-    Stack{"64 KiB", 64 * 1024, 64 * 1024},
+    Stack{"64 KiB", 64UL * 1024, 64UL * 1024},
     SMALLEST,
 };
 

@@ -36,13 +36,13 @@ constexpr Writing WRITINGS[] = {
     {"v#", "v#", "t JOIN t a ON a.x = (SELECT 1 FROM v#)"},
     {"v#", "v#", "(WITH x AS (SELECT * FROM v#) SELECT * FROM x)"},
     {"v#", "v#(x)", "v#"},
-    {"v\"#", "\"v\"\"#\"", "[v\"#]"},
-    {"v\"#", "[v\"#]", "\"v\"\"#\""},
+    {"v\"#", R"("v""#")", "[v\"#]"},
+    {"v\"#", "[v\"#]", R"("v""#")"},
     {"v'#", "'v''#'", "[v'#]"},
     {"v`#", "`v``#`", "\"v`#\""},
     {"v]#", "\"v]#\"", "`v]#`"},
-    {"\"#", "\"\"\"#\"", "[\"#]"},
-    {"#\"", "\"#\"\"\"", "[#\"]"},
+    {"\"#", R"("""#")", "[\"#]"},
+    {"#\"", R"("#""")", "[#\"]"},
     {"v #", "[v #]", "\"v #\""},
     {"select#", "[select#]", "select#"},
     {"#", "[#]", "[#]"},
@@ -80,7 +80,7 @@ void makeTower(const std::string& file, int count)
 }
 
 template <std::size_t... INDEXES>
-Attacks towers(std::index_sequence<INDEXES...>)
+Attacks towers(std::index_sequence<INDEXES...> /*unused*/)
 {
     return {{WRITINGS[INDEXES].selecting, {4, HIGH}, makeTower<INDEXES>}...};
 }

@@ -82,7 +82,7 @@ Attacks queryAttacks()
          [](const std::string& file, int n) {
              std::string query = "WITH c0(x) AS (SELECT x FROM t)";
              for (int i = 1; i <= n; ++i) {
-                 query += numbered(", \"c\"\"#\"(x) AS (SELECT a.x FROM ", i) +
+                 query += numbered(R"(, "c""#"(x) AS (SELECT a.x FROM )", i) +
                           (i > 1 ? numbered("[c\"@] a, [c\"@] b)", i) : "c0 a, c0 b)");
              }
              makeOne(file, query + " SELECT * FROM [c\"" + std::to_string(n) + "]");

@@ -225,7 +225,7 @@ Attacks virtualTableAttacks()
          [](const std::string& file, int n) {
              DatabaseMaker maker(file);
              putModule(maker, "descriptions",
-                       "fts4(content=\"t\", name, prefix=\"" + repeated("1", n, ",") + "\")");
+                       R"(fts4(content="t", name, prefix=")" + repeated("1", n, ",") + "\")");
              maker.finish();
          }},
         {"fts5 of many prefixes",
