@@ -39,6 +39,8 @@ std::string textAt(const Call& call, std::size_t argument)
 {
     char text[4096] = {};
     const iovec local = {text, sizeof text - 1};
+    // The address is one of the other process.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     iovec remote = {reinterpret_cast<void*>(call.arguments[argument]), sizeof text - 1};
     // As much as is there: the text may stand at the end of the memory.
     while (remote.iov_len > 0 && process_vm_readv(call.process, &local, 1, &remote, 1, 0) < 0) {
@@ -87,7 +89,7 @@ Describe opening(std::size_t path, std::size_t flags)
 
 const std::map<long, Describe>& changingCalls()
 {
-    static const std::map<long, Describe> CALLS = {
+    static const std::map<long, Describe> calls = {
 #ifdef SYS_open
         {SYS_open, opening(0, 1)},
         {SYS_creat, onPath("create", 0)},
@@ -123,7 +125,7 @@ const std::map<long, Describe>& changingCalls()
         {SYS_fsync, onDescriptor("fsync")},
         {SYS_fdatasync, onDescriptor("fsync")},
     };
-    return CALLS;
+    return calls;
 }
 
 [[noreturn]] void fail(const char* what)

@@ -17,7 +17,7 @@ bool beginsWith(const std::string& line, const char* beginning)
 
 }  // namespace
 
-std::string LibraryLines::s_lastFailure;
+std::string LibraryLines::m_lastFailure;
 
 LibraryLines::LibraryLines() : m_results(std::cout.rdbuf())
 {
@@ -45,7 +45,7 @@ void LibraryLines::ToStandardError::takeLine() const
 {
     if (beginsWith(m_line, FAILED_QUERY)) {
         const std::size_t start = std::string_view(FAILED_QUERY).size();
-        s_lastFailure = m_line.substr(start, m_line.rfind(" Err=") - start);
+        m_lastFailure = m_line.substr(start, m_line.rfind(" Err=") - start);
     } else if (!beginsWith(m_line, FAILED_OPENING)) {
         std::cerr << printableLine(m_line) << std::endl;
     }

@@ -17,10 +17,10 @@ public:
     std::ostream& results() { return m_results; }
 
     /// @return SQLite's reason for the last failed query.
-    static const std::string& lastFailure() { return s_lastFailure; }
+    static const std::string& lastFailure() { return m_lastFailure; }
 
 private:
-    static std::string s_lastFailure;
+    static std::string m_lastFailure;
 
     class ToStandardError : public std::streambuf {
     protected:

@@ -184,7 +184,7 @@ protected:
 
     TracedRun install(std::size_t killBefore) const
     {
-        return runTraced({m_zav.program(), "install", m_new, m_target}, killBefore);
+        return runTraced({ZavCommand::program(), "install", m_new, m_target}, killBefore);
     }
 
     ZavCommand m_zav;
@@ -240,7 +240,7 @@ TEST(InstallOrder, FlushesTheFileAndTheFolderBeforeItRenamesAndTheFolderAfterwar
     const std::string target = zav.file("data/faults.db");
     makeOld(target);
     std::vector<std::string> calls =
-        runTraced({zav.program(), "install", fresh, target}, NEVER).calls;
+        runTraced({ZavCommand::program(), "install", fresh, target}, NEVER).calls;
     const auto isOfNoFile = [](const std::string& call) {
         return call.rfind("write pipe", 0) == 0 || call.rfind("write null", 0) == 0;
     };

@@ -117,6 +117,6 @@ ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::ch
 
 std::chrono::seconds mostTimeFor(std::uintmax_t fileSize)
 {
-    constexpr std::uintmax_t BYTES_PER_SECOND = 1024 * 1024;
+    constexpr std::uintmax_t BYTES_PER_SECOND = 1024UL * 1024;
     return std::chrono::seconds(10 + fileSize / BYTES_PER_SECOND);
 }

@@ -26,7 +26,7 @@ std::string answerFor(const std::string& file, std::optional<std::uint16_t> sour
 {
     try {
         const LibrarySilence silence;
-        Database(file, 0);
+        const Database readable(file, 0);
         return answerOf(toJson(fileInfo(file, source)));
     } catch (const UnreadableFile& failure) {
         return answerOf({{ERROR, failure.what()}});

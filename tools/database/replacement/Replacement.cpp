@@ -146,7 +146,7 @@ Replacement::~Replacement()
 
 void Replacement::copyFrom(const std::string& file)
 {
-    constexpr std::uint64_t CHUNK = 256 * 1024;
+    constexpr std::uint64_t CHUNK = 256UL * 1024;
     requireOrdinaryFile(file);
     const LockedFile source(file, LockedFile::Lock::AGAINST_CHANGES, Patience());
     refuseUnfit(source, file);
