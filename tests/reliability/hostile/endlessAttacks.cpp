@@ -13,12 +13,6 @@ void makeOne(const std::string& file, const std::string& select)
     maker.finish();
 }
 
-template <const char* const& SELECT>
-void makeEndless(const std::string& file, int /*size*/)
-{
-    makeOne(file, SELECT);
-}
-
 }  // namespace
 
 Attacks endlessAttacks()

@@ -181,7 +181,7 @@ Attacks schemaAttacks()
              maker.finish();
          }},
         {"a statement of one long comment",
-         {1000000, 15000000},
+         {200000, 15000000},
          [](const std::string& file, int n) {
              DatabaseMaker maker(file);
              maker.putTargets("SELECT 1 /*" + std::string(static_cast<std::size_t>(n), '*') + "*/");
@@ -190,16 +190,16 @@ Attacks schemaAttacks()
         {"long comments in views that are named often",
          {100, 2000},
          [](const std::string& file, int n) {
-             makeLongRest(file, "/*" + std::string(1000000, ' ') + "*/", n);
+             makeLongRest(file, "/*" + std::string(200000, ' ') + "*/", n);
          }},
         {"long strings in views that are named often",
          {100, 2000},
          [](const std::string& file, int n) {
-             makeLongRest(file, ", '" + std::string(1000000, ' ') + "' AS y", n);
+             makeLongRest(file, ", '" + std::string(200000, ' ') + "' AS y", n);
          }},
         {"space in views that are named often",
          {100, 2000},
-         [](const std::string& file, int n) { makeLongRest(file, std::string(1000000, ' '), n); }},
+         [](const std::string& file, int n) { makeLongRest(file, std::string(200000, ' '), n); }},
         {"local names by thousands, one mentioned often",
          {1000, 15000},
          [](const std::string& file, int n) {

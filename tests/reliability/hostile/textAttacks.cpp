@@ -332,23 +332,5 @@ Attacks textAttacks()
              }
              maker.finish();
          }},
-        {"a DEFAULT text of megabytes in 100 columns",
-         {100000, 1000000},
-         [](const std::string& file, int n) {
-             DatabaseMaker maker(file);
-             maker.run(
-                 "CREATE TABLE descriptions(id); INSERT INTO descriptions VALUES (1), (2), "
-                 "(3)");
-             maker.run(
-                 "UPDATE sqlite_master SET sql = " +
-                 quoted(
-                     "CREATE TABLE descriptions(id" +
-                     repeated(", DEFAULT '" + std::string(static_cast<std::size_t>(n), 'x') + "'",
-                              0) +
-                     ", a DEFAULT '" + std::string(static_cast<std::size_t>(n), 'x') + "')") +
-                 " WHERE name = 'descriptions'");
-             maker.putTargets("SELECT 1");
-             maker.finish();
-         }},
     };
 }
