@@ -101,11 +101,13 @@ void CellCheck::read(const TableRow& row)
 
 void CellCheck::checkNull(const TableRow& row, std::size_t column) const
 {
-    m_sink(m_model.columns[column].kind == FieldKind::TEXT
-               ? row.finding(Kind::NULL_VALUE, column,
-                             R"(reads as "n/a", for what is not known or not there; write '' to show nothing)")
-               : row.finding(Kind::NULL_VALUE, column,
-                             "reads as 0, for what is not known; write the number once it is"));
+    m_sink(
+        m_model.columns[column].kind == FieldKind::TEXT
+            ? row.finding(
+                  Kind::NULL_VALUE, column,
+                  R"(reads as "n/a", for what is not known or not there; write '' to show nothing)")
+            : row.finding(Kind::NULL_VALUE, column,
+                          "reads as 0, for what is not known; write the number once it is"));
 }
 
 void CellCheck::checkNumber(const TableRow& row, std::size_t column, const RawCellView& cell) const
