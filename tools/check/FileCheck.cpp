@@ -2,6 +2,7 @@
 
 #include "checkContents.h"
 #include "database/DatabaseErrors.h"
+#include "database/RawDatabase.h"
 #include "file/checkJournals.h"
 
 FileCheck::FileCheck(const std::string& file, const CheckOptions& options)
@@ -22,17 +23,7 @@ void FileCheck::run(const FindingSink& sink) const
         return;
     }
     try {
-        const RawDatabase database(m_file);
-        checkOpened(database, sink);
-    } catch (const FailedQuery& failure) {
-        sink(unreadable(failure.what()));  // replaced or locked by now
-    }
-}
-
-void FileCheck::checkOpened(const RawDatabase& database, const FindingSink& sink) const
-{
-    try {
-        checkContents(database, m_options, sink);
+        checkContents(RawDatabase(m_file), m_options, sink);
     } catch (const FailedQuery& failure) {
         sink(failedRead("", failure.what()));
     }

@@ -5,7 +5,6 @@
 #include "CheckOptions.h"
 #include "Finding.h"
 #include "database/Journals.h"
-#include "database/RawDatabase.h"
 #include "file/Trial.h"
 
 /// The check of one file, whatever may be in it.
@@ -18,8 +17,6 @@ public:
     void run(const FindingSink& sink) const;
 
 private:
-    void checkOpened(const RawDatabase& database, const FindingSink& sink) const;
-
     std::string m_file;
     const CheckOptions& m_options;
     Journals m_journals;  ///< as they were before the file was opened

@@ -65,24 +65,21 @@ public:
 private:
     void runAgain(const Checks& checks) const
     {
-        Checks wanting;
+        bool isWanted = false;
         for (RowCheck* check : checks) {
-            if (check->finish()) {
-                wanting.push_back(check);
-            }
+            isWanted |= check->finish();
         }
-        if (wanting.empty()) {
+        if (!isWanted) {
             return;
         }
         forEachRow([&](const TableRow& row) {
-            for (RowCheck* check : wanting) {
+            for (RowCheck* check : checks) {
                 check->readAgain(row);
             }
         });
     }
 
-    template <class Take>
-    void forEachRow(const Take& take) const
+    void forEachRow(const std::function<void(const TableRow&)>& take) const
     {
         constexpr std::size_t ROWS_PER_PROGRESS = 1024;
         // With all columns, as the library: by fewer, SQLite may read an index in another order.

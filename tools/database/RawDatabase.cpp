@@ -65,7 +65,8 @@ public:
     /// @return false for a statement that makes no sense for this database.
     bool isValid() const { return m_statement != nullptr; }
 
-    /// @return whether there is another row.
+    /// @return whether there is another row; a statement that makes no sense fails as it would when
+    ///         prepared.
     bool step()
     {
         const int code = sqlite3_step(m_statement);
@@ -171,9 +172,6 @@ bool RawDatabase::accepts(const std::string& sql) const
 void RawDatabase::read(const std::string& sql, const std::function<void(const RawRow&)>& take) const
 {
     Statement select(*this, sql);
-    if (!select.isValid()) {
-        fail();
-    }
     while (select.step()) {
         take(select.row());
     }
@@ -183,9 +181,6 @@ void RawDatabase::readFor(const std::vector<std::int64_t>& numbers, const std::s
                           const std::function<void(std::int64_t, const RawRow&)>& take) const
 {
     Statement select(*this, sql);
-    if (!select.isValid()) {
-        fail();
-    }
     for (const std::int64_t number : numbers) {
         select.restart(number);
         while (select.step()) {

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "LibraryTable.h"
 
@@ -33,15 +32,11 @@ std::vector<TableModel::Column> columnsOf(const SqlTbl<Record>& table)
     return columns;
 }
 
-/// @throws std::out_of_range if no column matches.
+/// @param matches  one of the columns.
 template <class Columns, class Predicate>
 const auto& columnWhere(const Columns& columns, const Predicate& matches)
 {
-    const auto found = std::find_if(columns.begin(), columns.end(), matches);
-    if (found == columns.end()) {
-        throw std::out_of_range("no such column");
-    }
-    return *found;
+    return *std::find_if(columns.begin(), columns.end(), matches);
 }
 
 /// @return the name of the column that is bound to a field of the table's record.

@@ -24,8 +24,8 @@ struct TableModel {
     const Column& keyColumn() const { return columns.front(); }
     const Column& filterColumn() const { return columns[filterPosition]; }
 
-    /// @return the position of a column.
-    /// @throws std::out_of_range if there is none.
+    /// @param columnName  of one of the columns.
+    /// @return its position.
     std::size_t positionOf(const std::string& columnName) const;
 
     /// @return the query of the lookup.

@@ -471,6 +471,17 @@ const Case CASES[] = {
     {"RareTypeOfThreeEdits", types(10, "error", 2, "er"), ""},
     {"TypeOfThreeRows", types(10, "error", 3, "eror"), ""},
     {"TypeLikeOneOfNineRows", types(9, "error", 2, "eror"), ""},
+    {"MoreTypesThanAnybodyAgreesOn",
+     types(10, "error", 1, "eror") +
+         "WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<1100) "
+         "INSERT INTO fault_type_definition SELECT i,'','type'||i,0,0 FROM n;"
+         "INSERT INTO descriptions SELECT code,code,1,'n','s','d','','' "
+         "FROM fault_type_definition WHERE code>=100",
+     ""},
+    {"ViewInPlaceOfFaultTypes",
+     "ALTER TABLE fault_type_definition RENAME TO types;"
+     "CREATE VIEW fault_type_definition AS SELECT * FROM types",
+     ""},
     {"MissingIndex", "DROP INDEX descriptions_id_fault_type",
      "descriptions, id_fault_type: warning: getDescriptionsByFC() reads the whole "
      "table; CREATE INDEX \"descriptions_id_fault_type\" ON \"descriptions\" "

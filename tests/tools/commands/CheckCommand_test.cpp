@@ -429,6 +429,26 @@ TEST(CheckCommand, TellsWhetherTheLookupFindsWhatIsDelivered)
     EXPECT_EQ(found, 2 + 5 + 5 + 2);
 }
 
+TEST(CheckCommand, ReadsATableOfAsManyColumnsAsSqliteAllows)
+{
+    constexpr int MOST_COLUMNS = 2000;
+    const ZavCommand zav;
+    std::string columns =
+        "id,id_fault_type,id_language,name,short_description,description,comment,remedy";
+    for (int i = 8; i < MOST_COLUMNS; ++i) {
+        columns += ",c" + std::to_string(i);
+    }
+    const std::string file = zav.database(CLEAN);
+    runSql(file, "DROP TABLE descriptions; CREATE TABLE descriptions(" + columns +
+                     "); CREATE INDEX i ON descriptions(id_fault_type);"
+                     "INSERT INTO descriptions(id, id_fault_type) VALUES(7, '1st')");
+    const CommandResult result = zav.run("check --only inexact-number --only damaged " + file);
+    EXPECT_EQ(result.output, file +
+                                 ": descriptions id=7, id_fault_type: error: \"1st\": reads as "
+                                 "1; write a whole number from 0 to 65535 [inexact-number]\n" +
+                                 file + ": 1 error\n");
+}
+
 TEST(CheckCommand, PassesTheSample)
 {
     const ZavCommand zav;

@@ -181,4 +181,15 @@ TEST(SqlCommand, WritesNothingOfAFileThatItCannotReadToTheEnd)
     EXPECT_EQ(result.status, 3);
 }
 
+TEST(SqlCommand, CountsTheLossesOfALongTable)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<3000) "
+        "INSERT INTO fault_type_definition SELECT i,NULL,'t',0,0 FROM n");
+    EXPECT_EQ(zav.run("sql " + file + " update").errors,
+              "zav: warning: " + file +
+                  ": the statements differ from the file in 3000 places; zav check lists them\n");
+}
+
 }  // namespace

@@ -17,9 +17,15 @@
 
 namespace {
 
-[[noreturn]] void fail(const char* what)
+/// @return the result of a system call.
+/// @throws std::system_error where that is a failure.
+template <class Result>
+Result checked(Result result, const char* what)
 {
-    throw std::system_error(errno, std::generic_category(), what);
+    if (result < 0) {
+        throw std::system_error(errno, std::generic_category(), what);
+    }
+    return result;
 }
 
 void limit(std::chrono::seconds most)
@@ -35,11 +41,9 @@ void writeAll(int descriptor, const std::string& text)
 {
     std::size_t done = 0;
     while (done < text.size()) {
-        const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR) {
-            fail("write");
-        }
-        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+        const ssize_t count =
+            TEMP_FAILURE_RETRY(write(descriptor, text.data() + done, text.size() - done));
+        done += static_cast<std::size_t>(checked(count, "write"));
     }
 }
 
@@ -66,11 +70,8 @@ std::string readAll(int descriptor, const std::function<void()>& onWait)
         if (poll(&waiting, 1, WAIT_MS) <= 0) {
             continue;
         }
-        count = read(descriptor, buffer.data(), buffer.size());
-        if (count < 0 && errno != EINTR) {
-            fail("read");
-        }
-        text.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+        count = checked(TEMP_FAILURE_RETRY(read(descriptor, buffer.data(), buffer.size())), "read");
+        text.append(buffer.data(), static_cast<std::size_t>(count));
     }
     return text;
 }
@@ -78,8 +79,7 @@ std::string readAll(int descriptor, const std::function<void()>& onWait)
 ProcessResult::End endOf(pid_t process)
 {
     int status = 0;
-    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
-    }
+    checked(TEMP_FAILURE_RETRY(waitpid(process, &status, 0)), "waitpid");
     if (WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS) {
         return ProcessResult::End::DONE;
     }
@@ -94,14 +94,9 @@ ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::ch
                          const std::function<void()>& onWait)
 {
     std::array<int, 2> ends = {};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        fail("pipe");
-    }
+    checked(pipe2(ends.data(), O_CLOEXEC), "pipe");
     std::fflush(nullptr);  // or the copy would write what waits here a second time
-    const pid_t process = fork();
-    if (process < 0) {
-        fail("fork");
-    }
+    const pid_t process = checked(fork(), "fork");
     if (process == 0) {
         close(ends[0]);
         prctl(PR_SET_PDEATHSIG, SIGKILL);  // nobody is left to read what it writes

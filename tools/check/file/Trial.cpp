@@ -111,6 +111,13 @@ void limitMemory(std::uintmax_t fileSize)
     sqlite3_hard_heap_limit64(LEAST + 4 * static_cast<sqlite3_int64>(fileSize));
 }
 
+Finding unreadable(const std::string& words)
+{
+    Finding found(FindingKind::UNREADABLE);
+    found.what = "cannot be read: " + words;
+    return found;
+}
+
 Finding damaged(const std::string& what)
 {
     Finding found(FindingKind::DAMAGED);
@@ -166,11 +173,11 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
         take(result.output.substr(start, end - start));
         start = end + 1;
     }
-    if (result.end == ProcessResult::End::OUT_OF_TIME) {
-        add(damaged(
-            fmt::format("reading it does not end within {} s of processor time", most.count())));
-    } else if (result.end == ProcessResult::End::CRASHED) {
-        add(damaged("reading it ends the process"));
+    if (result.end != ProcessResult::End::DONE) {
+        const bool isTime = result.end == ProcessResult::End::OUT_OF_TIME;
+        add(damaged(isTime ? fmt::format("reading it does not end within {} s of processor time",
+                                         most.count())
+                           : "reading it ends the process"));
     }
 }
 
@@ -192,13 +199,6 @@ void Trial::take(const std::string& report)
     default:
         add(wordsOfSqlite(words));
     }
-}
-
-Finding unreadable(const std::string& words)
-{
-    Finding found(FindingKind::UNREADABLE);
-    found.what = "cannot be read: " + words;
-    return found;
 }
 
 Finding failedRead(const std::string& table, const std::string& words)

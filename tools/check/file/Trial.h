@@ -28,9 +28,6 @@ private:
     bool m_isSafe = false;
 };
 
-/// @return the finding that SQLite cannot read the file at all.
-Finding unreadable(const std::string& words);
-
 /// @return the finding that a query of a table has failed, with SQLite's words; without a table,
 ///         another query.
 Finding failedRead(const std::string& table, const std::string& words);

@@ -16,6 +16,6 @@ public:
     /// @return whether the rows are wanted a second time.
     virtual bool finish() { return false; }
 
-    /// Sees each row a second time, in the same order.
+    /// Sees each row a second time, in the same order, if any check of the table wants that.
     virtual void readAgain(const TableRow& /*row*/) {}
 };

@@ -132,10 +132,9 @@ bool isOtherOrder(const TableModel& model, const Names& names)
 
 Finding otherOrder(const RawDatabase& database, const TableModel& model, const Names& names)
 {
-    Finding found =
-        columnFinding(FindingKind::COLUMN_ORDER, model, "",
-                      fmt::format("the columns stand in another order: {}; {}",
-                                  lookupLater(database, model, names), tableAnew(model)));
+    const std::string what = fmt::format("the columns stand in another order: {}; {}",
+                                         lookupLater(database, model, names), tableAnew(model));
+    Finding found = columnFinding(FindingKind::COLUMN_ORDER, model, "", what);
     found.value = RawCell::ofText(fmt::format("{}", fmt::join(names, ", ")));
     return found;
 }

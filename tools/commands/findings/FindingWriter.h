@@ -13,7 +13,7 @@ public:
     virtual bool wantsOrder() const { return false; }
 
     virtual void begin() {}
-    virtual void beginFile(const std::string& /*file*/) {}
+    virtual void beginFile(const std::string& file) = 0;
     virtual void add(const Finding& finding) = 0;
     virtual void endFile() {}
     virtual void end() {}
