@@ -170,9 +170,11 @@ int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
 
 int Sqlite3Db::failQuery(char* errorText, int code) const
 {
+    char number[12] = "";  // as it is, whatever format the application has set
+    sqlite3_snprintf(sizeof number, number, "%d", code);
     // A failed query without an error text silences standard output: the text is written untested.
     LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl",
-                       "Sql Query failed: ", errorText, " Err=", std::to_string(code));
+                       "Sql Query failed: ", errorText, " Err=", static_cast<const char*>(number));
     if (m_dbState == STATE_OPEN) {
         sqlite3_free(errorText);
     }

@@ -50,11 +50,7 @@ int ReadGuard::open(const std::string& path, sqlite3** db, std::string& errorTex
 {
     constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
     std::unique_ptr<ReadGuard> guard(new ReadGuard);
-    int code = guard->CompanionVfs::open(path, FLAGS, db);
-    if (code == SQLITE_OK && guard->shmHasSecondLink()) {
-        sqlite3_close(*db);
-        code = guard->reopenWithoutWritingShm(FLAGS, db);
-    }
+    const int code = guard->CompanionVfs::open(path.c_str(), FLAGS, db);
     if (code == SQLITE_OK) {
         guard.release();  // goes with the connection
     } else {
