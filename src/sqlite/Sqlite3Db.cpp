@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "logLine.h"
 #include "pageCache.h"
@@ -52,31 +53,21 @@ struct Closing {
 };
 using Connection = std::unique_ptr<sqlite3, Closing>;
 
-/// @return SQLite's result code.
-int openForWriting(const std::string& path, Connection& connection, std::string& errorText)
+/// See ReadGuard::open().
+int openForWriting(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    sqlite3* db = nullptr;
     const int code =
-        sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-    connection.reset(db);
+        sqlite3_open_v2(path, db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) {
-        errorText = sqlite3_errmsg(db);
+        *errorText = sqlite3_mprintf("%s", sqlite3_errmsg(*db));
+        sqlite3_close(std::exchange(*db, nullptr));
     }
     return code;
 }
 
-/// @return SQLite's result code.
-int openForReading(const std::string& path, Connection& connection, std::string& errorText)
+bool canOnlyRead(sqlite3* db)
 {
-    sqlite3* db = nullptr;
-    const int code = ReadGuard::open(path, &db, errorText);
-    connection.reset(db);
-    return code;
-}
-
-bool canOnlyRead(const Connection& connection)
-{
-    return sqlite3_db_readonly(connection.get(), "main") == 1;
+    return sqlite3_db_readonly(db, "main") == 1;
 }
 
 }  // namespace
@@ -100,15 +91,19 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
         return fail(SQLITE_CANTOPEN, refusal);
     }
     const bool isFile = path != MEMORY;
-    const auto open = readOnly && isFile ? openForReading : openForWriting;
-    Connection db;
-    std::string errorText;
-    int code = open(plainPath(path), db, errorText);
-    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(db)) {
-        code = openForReading(plainPath(path), db, errorText);
+    const std::string name = plainPath(path);
+    const auto open = readOnly && isFile ? ReadGuard::open : openForWriting;
+    sqlite3* opened = nullptr;
+    char* errorText = nullptr;
+    int code = open(name.c_str(), &opened, &errorText);
+    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(opened)) {
+        sqlite3_close(opened);
+        code = ReadGuard::open(name.c_str(), &opened, &errorText);
     }
+    Connection db(opened);
     if (code != SQLITE_OK) {
-        return fail(code, errorText);
+        const std::unique_ptr<char, decltype(&sqlite3_free)> text(errorText, sqlite3_free);
+        return fail(code, errorText != nullptr ? errorText : sqlite3_errstr(code));
     }
     harden(db.get());
     if (ReadGuard* const guard = ReadGuard::of(db.get())) {
@@ -122,7 +117,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
-    m_readOnly = canOnlyRead(db);
+    m_readOnly = canOnlyRead(db.get());
     m_pDb = db.release();
     m_dbState = STATE_OPEN;
     return 0;
@@ -153,7 +148,7 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
         return SQLITE_MISUSE;
     }
     if (ReadGuard* const guard = ReadGuard::of(m_pDb)) {
-        return guard->getTable(sql, {result, rowCount, columnCount, errorText}, BUSY_TIMEOUT_MS);
+        return guard->getTable(sql.c_str(), {result, rowCount, columnCount, errorText}, BUSY_TIMEOUT_MS);
     }
     return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
 }

@@ -46,21 +46,24 @@ int schemaSize(sqlite3* db)
 
 }  // namespace
 
-int ReadGuard::open(const std::string& path, sqlite3** db, std::string& errorText)
+int ReadGuard::open(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
     std::unique_ptr<ReadGuard> guard(new ReadGuard);
-    const int code = guard->CompanionVfs::open(path.c_str(), FLAGS, db);
+    if (guard == nullptr) {
+        return fail(SQLITE_NOMEM, errorText);
+    }
+    const int code =
+        guard->CompanionVfs::open(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, db);
     if (code == SQLITE_OK) {
         guard.release();  // goes with the connection
-    } else {
-        errorText = sqlite3_errmsg(*db);
-        sqlite3_close(std::exchange(*db, nullptr));
+        return code;
     }
+    fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
+    sqlite3_close(std::exchange(*db, nullptr));
     return code;
 }
 
-int ReadGuard::close(sqlite3* db)
+int ReadGuard::close(sqlite3* db) noexcept
 {
     std::unique_ptr<ReadGuard> guard(of(db));
     const int code = sqlite3_close(db);
@@ -70,7 +73,7 @@ int ReadGuard::close(sqlite3* db)
     return code;
 }
 
-void ReadGuard::start(sqlite3* db)
+void ReadGuard::start(sqlite3* db) noexcept
 {
     m_db = db;
     restrictToReading(db);
@@ -87,16 +90,16 @@ void ReadGuard::start(sqlite3* db)
     sqlite3_free(errorText);
 }
 
-int ReadGuard::getTable(const std::string& sql, const Table& table, int busyTimeoutMs)
+int ReadGuard::getTable(const char* sql, const Table& table, int busyTimeoutMs) noexcept
 {
     QueryBudget budget(m_db);
-    const int code = run(sql.c_str(), table, budget);
+    const int code = run(sql, table, budget);
     if (!HotJournal::blocks(m_db)) {
         return code;
     }
     // A writer has died since the file was opened.
     const bool isLocked = m_hotJournal.rollBack(m_db, busyTimeoutMs);
-    const int codeAfterwards = run(sql.c_str(), table, budget);
+    const int codeAfterwards = run(sql, table, budget);
     return isLocked && HotJournal::blocks(m_db) ? fail(SQLITE_BUSY, table.errorText)
                                                 : codeAfterwards;
 }
@@ -124,6 +127,9 @@ int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budg
     const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost);
     if (tooMuch.kind != SqlToken::END) {
         return refuse(tooMuch, table.errorText);
+    }
+    if (!cost.isKnown) {
+        return fail(SQLITE_NOMEM, table.errorText);
     }
     if (cost.nodes == 0) {
         limitQuery(m_db);
@@ -170,6 +176,8 @@ int ReadGuard::readSchema(char** errorText)
     if (code == SQLITE_OK) {
         enlargePageCache(m_db);
         m_schemaSize = schemaSize(m_db);
+    } else if (code == SQLITE_NOMEM) {
+        fail(code, errorText);  // what SQLite has to say need not be about it
     } else if (*errorText == nullptr) {
         *errorText = sqlite3_mprintf("%s", sqlite3_errmsg(m_db));
     }
@@ -225,15 +233,15 @@ int ReadGuard::readStatements()
     while (code == SQLITE_OK || code == SQLITE_ROW) {
         code = sqlite3_step(prepared);
         const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
-        if (code == SQLITE_ROW && text != nullptr) {  // the index of a key has no statement
-            m_fileCode.add(text);
+        // The index of a key has no statement.
+        if (code == SQLITE_ROW && text != nullptr && !m_fileCode.add(text)) {
+            code = SQLITE_NOMEM;
         }
     }
     if (code != SQLITE_DONE) {
         return code;
     }
-    m_fileCode.finish();
-    return SQLITE_OK;
+    return m_fileCode.finish() ? SQLITE_OK : SQLITE_NOMEM;
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

@@ -1,35 +1,38 @@
 #pragma once
 
-#include <string>
-
 #include "CompanionVfs.h"
 #include "FileCode.h"
 #include "HotJournal.h"
+#include "SqliteMemory.h"
 
 class QueryBudget;
 
 /// Stands between a connection that only reads and a file that may have been made to do harm, or
 /// that a writer has left half changed. Made with its connection, it is deleted after it.
-class ReadGuard : public CompanionVfs {
+class ReadGuard : public CompanionVfs, public InSqliteMemory {
 public:
     /// Opens a database for reading, with a guard.
     ///
     /// @param[out] db         to be closed by close(); null on failure.
-    /// @param[out] errorText  on failure, SQLite's.
+    /// @param[out] errorText  on failure SQLite's, to be released with sqlite3_free(); null without
+    ///                        memory even for that.
     /// @return SQLite's result code.
-    static int open(const std::string& path, sqlite3** db, std::string& errorText);
+    static int open(const char* path, sqlite3** db, char** errorText) noexcept;
 
     /// Closes any connection, and deletes its guard where it has one.
     ///
     /// @return SQLite's result code; where it is not 0, both stay.
-    static int close(sqlite3* db);
+    static int close(sqlite3* db) noexcept;
 
     /// @return the guard of a connection; null where it has none.
-    static ReadGuard* of(sqlite3* db) { return static_cast<ReadGuard*>(CompanionVfs::of(db)); }
+    static ReadGuard* of(sqlite3* db) noexcept
+    {
+        return static_cast<ReadGuard*>(CompanionVfs::of(db));
+    }
 
     /// Reads the schema, rolling back first what a dead writer has left. A failure is left to the
     /// first query.
-    void start(sqlite3* db);
+    void start(sqlite3* db) noexcept;
 
     /// Where the results of sqlite3_get_table() go.
     struct Table {
@@ -42,7 +45,7 @@ public:
     /// sqlite3_get_table(), within bounds.
     ///
     /// @param busyTimeoutMs  how long to wait for others before a rollback.
-    int getTable(const std::string& sql, const Table& table, int busyTimeoutMs);
+    int getTable(const char* sql, const Table& table, int busyTimeoutMs) noexcept;
 
 private:
     ReadGuard() : CompanionVfs(Use::READING) {}

@@ -59,7 +59,7 @@ void execute(sqlite3* db, const char* sql)
 
 }  // namespace
 
-void harden(sqlite3* db)
+void harden(sqlite3* db) noexcept
 {
     // No code from a file named in an SQL text.
     configure(db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, OFF);
