@@ -1,16 +1,15 @@
 #include "zav/DescriptionDb.h"
 
 #include <cstddef>
-#include <sstream>
+#include <string>
 
 #include "../sqlite/logLine.h"
 
 namespace {
 
-template <class Record>
-std::string selectAll(const SqlTbl<Record>& table)
+std::string selectAll(const std::string& tableName)
 {
-    return "SELECT * FROM \"" + table.tableName + "\"";
+    return "SELECT * FROM \"" + tableName + "\"";
 }
 
 /// Name of a column by its position in the current list, which earlier queries may have reordered
@@ -19,6 +18,12 @@ template <class Record>
 std::string columnName(const SqlTbl<Record>& table, std::size_t position)
 {
     return position < table.columns.size() ? table.columns[position].name : "";
+}
+
+std::string selectWhere(const std::string& tableName, const std::string& column,
+                        const char* comparison, unsigned int number)
+{
+    return selectAll(tableName) + " WHERE " + column + comparison + sqlTblUtil::numberText(number);
 }
 
 }  // namespace
@@ -89,16 +94,15 @@ void DescriptionDb::setDbgLevel(int level)
 
 int DescriptionDb::getFaultTypeDefTbl(std::vector<FaultTypeDef>& faultTypeDefs)
 {
-    return sqliteDb.getTbl(selectAll(m_faultTypeDefTbl), faultTypeDefs, &m_faultTypeDefTbl);
+    return sqliteDb.getTbl(selectAll(m_faultTypeDefTbl.tableName), faultTypeDefs, &m_faultTypeDefTbl);
 }
 
 int DescriptionDb::getFaultTypeDef(unsigned short faultCode, FaultTypeDef& faultTypeDef)
 {
-    std::ostringstream query;
-    query << selectAll(m_faultTypeDefTbl) << " WHERE " << columnName(m_faultTypeDefTbl, 0)
-          << " LIKE " << static_cast<unsigned long>(faultCode);
+    const std::string query =
+        selectWhere(m_faultTypeDefTbl.tableName, columnName(m_faultTypeDefTbl, 0), " LIKE ", faultCode);
     std::vector<FaultTypeDef> found;
-    const int count = sqliteDb.getTbl(query.str(), found, &m_faultTypeDefTbl);
+    const int count = sqliteDb.getTbl(query, found, &m_faultTypeDefTbl);
     if (count != 1) {
         return -1;
     }
@@ -108,14 +112,13 @@ int DescriptionDb::getFaultTypeDef(unsigned short faultCode, FaultTypeDef& fault
 
 int DescriptionDb::getDescriptionsTbl(std::vector<Descriptions>& descriptions)
 {
-    return sqliteDb.getTbl(selectAll(m_descriptionsTbl), descriptions, &m_descriptionsTbl);
+    return sqliteDb.getTbl(selectAll(m_descriptionsTbl.tableName), descriptions, &m_descriptionsTbl);
 }
 
 int DescriptionDb::getDescriptionsByFC(unsigned int faultCode,
                                        std::vector<Descriptions>& descriptions)
 {
-    std::ostringstream query;
-    query << selectAll(m_descriptionsTbl) << " WHERE " << columnName(m_descriptionsTbl, 1) << "="
-          << std::dec << static_cast<unsigned long>(faultCode);
-    return sqliteDb.getTbl(query.str(), descriptions, &m_descriptionsTbl);
+    const std::string query =
+        selectWhere(m_descriptionsTbl.tableName, columnName(m_descriptionsTbl, 1), "=", faultCode);
+    return sqliteDb.getTbl(query, descriptions, &m_descriptionsTbl);
 }

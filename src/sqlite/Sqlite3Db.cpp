@@ -27,11 +27,11 @@ constexpr int BUSY_TIMEOUT_MS = 5000;
 /// What SQLite takes for the name of a database in memory, which is empty and can be written.
 constexpr const char* MEMORY = ":memory:";
 
-/// @return why a path cannot name a database; empty if it can.
-std::string refusalOf(const std::string& path)
+/// @return why a path cannot name a database; null if it can.
+const char* refusalOf(const std::string& path)
 {
     if (path == MEMORY) {
-        return "";
+        return nullptr;
     }
     struct stat status = {};
     if (stat(path.c_str(), &status) != 0) {
@@ -39,7 +39,7 @@ std::string refusalOf(const std::string& path)
     }
     // A path with a NUL byte in it names another file to the system than to the caller.
     const bool isRegularFile = S_ISREG(status.st_mode) && path.find('\0') == std::string::npos;
-    return isRegularFile ? "" : "not a regular file";
+    return isRegularFile ? nullptr : "not a regular file";
 }
 
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
@@ -86,8 +86,8 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (m_pDb != nullptr) {
         return -1;
     }
-    const std::string refusal = refusalOf(path);
-    if (!refusal.empty()) {
+    const char* const refusal = refusalOf(path);
+    if (refusal != nullptr) {
         return fail(SQLITE_CANTOPEN, refusal);
     }
     const bool isFile = path != MEMORY;
@@ -153,7 +153,7 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
     return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
 }
 
-int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
+int Sqlite3Db::fail(std::int32_t code, const char* errorText)
 {
     m_lastCode = code;
     m_lastErrorText = errorText;

@@ -1,5 +1,9 @@
 #include "zav/ZavSqlDescriptionsTbl.h"
 
+#include <iterator>
+
+#include "ColumnBinding.h"
+
 template class SqlTbl<Descriptions>;
 
 ZavSqlDescriptionsTbl::ZavSqlDescriptionsTbl(const std::string& name) : SqlTbl<Descriptions>(name)
@@ -12,7 +16,7 @@ void ZavSqlDescriptionsTbl::init(const std::string& /*name*/)
     if (!columns.empty()) {
         return;
     }
-    columns = {
+    const ColumnBinding<Descriptions> bindings[] = {
         {"id", "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL", VALUE_TYPE_UINT16, &record.id},
         {"id_fault_type", "INTEGER", VALUE_TYPE_UINT16, &record.id_fault_type},
         {"id_language", "INTEGER", VALUE_TYPE_UINT16, &record.id_language},
@@ -22,4 +26,5 @@ void ZavSqlDescriptionsTbl::init(const std::string& /*name*/)
         {"comment", "VARCHAR", VALUE_TYPE_STRING, &record.comment},
         {"remedy", "VARCHAR", VALUE_TYPE_STRING, &record.remedy},
     };
+    columns = std::vector<column_t>(std::begin(bindings), std::end(bindings));
 }

@@ -30,12 +30,6 @@ struct PassOn<OPERATION> {
     }
 };
 
-bool isEmpty(const char* path)
-{
-    struct stat status = {};
-    return stat(path, &status) == 0 && status.st_size == 0;
-}
-
 /// @return whether nothing has the name, or a regular file that lstat() finds to be one.
 bool isRegularOrMissing(const char* path)
 {
@@ -131,9 +125,12 @@ int CompanionVfs::openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* fil
     }
     const int code = targetOf(vfs)->xOpen(targetOf(vfs), name, file, flags, flagsUsed);
     if (code == SQLITE_OK && self.m_use == Use::ROLLING_BACK &&
-        (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0 && namesSuperJournal(file)) {
-        file->pMethods->xClose(file);
-        return refuse(file, SQLITE_READONLY);
+        (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
+        if (namesSuperJournal(file)) {
+            file->pMethods->xClose(file);
+            return refuse(file, SQLITE_READONLY);
+        }
+        self.m_journal = name;
     }
     return code;
 }
@@ -141,14 +138,13 @@ int CompanionVfs::openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* fil
 int CompanionVfs::deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder) noexcept
 {
     const CompanionVfs& self = *static_cast<CompanionVfs*>(vfs);
-    return self.mayDelete(name) ? targetOf(vfs)->xDelete(targetOf(vfs), name, syncFolder)
+    return name == self.m_journal ? targetOf(vfs)->xDelete(targetOf(vfs), name, syncFolder)
                                 : SQLITE_OK;  // whoever it belongs to deletes it
 }
 
 /// @return the name to open it by; null without memory.
 const char* CompanionVfs::takeDatabase(const char* name) noexcept
 {
-    m_database = name;
     m_shm = sqlite3_mprintf("%s-shm", name);
     if (m_shm == nullptr || !shmHasSecondLink()) {
         return m_shm == nullptr ? nullptr : name;
@@ -176,10 +172,4 @@ bool CompanionVfs::mayOpen(const char* name, int flags) const noexcept
                (m_nameNotToWriteShm != nullptr || !shmHasSecondLink());
     }
     return (flags & SQLITE_OPEN_MAIN_JOURNAL) == 0 || isRegularOrMissing(name);
-}
-
-bool CompanionVfs::mayDelete(const char* name) const noexcept
-{
-    return m_use == Use::ROLLING_BACK &&
-           std::strcmp(name, sqlite3_filename_journal(m_database)) == 0 && !isEmpty(m_database);
 }

@@ -12,8 +12,7 @@ class CompanionVfs : sqlite3_vfs {
 public:
     enum class Use {
         READING,       ///< deletes nothing
-        ROLLING_BACK,  ///< rolls back and deletes the database's own journal, unless the database
-                       ///< is empty, or the journal names a super-journal
+        ROLLING_BACK,  ///< deletes the journal that it rolls back, which names no super-journal
     };
 
     explicit CompanionVfs(Use use) noexcept;
@@ -40,11 +39,10 @@ private:
     const char* takeDatabase(const char* name) noexcept;
     bool shmHasSecondLink() const noexcept;
     bool mayOpen(const char* name, int flags) const noexcept;
-    bool mayDelete(const char* name) const noexcept;
 
     char m_name[24] = "";
     const Use m_use;
-    const char* m_database = nullptr;  ///< resolved; SQLite's own
+    const char* m_journal = nullptr;  ///< the one to roll back, by SQLite's own pointer to its name
     char* m_shm = nullptr;
     const char* m_nameNotToWriteShm = nullptr;  ///< of the database
 };
