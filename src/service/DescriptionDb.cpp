@@ -9,7 +9,7 @@ namespace {
 
 std::string selectAll(const std::string& tableName)
 {
-    return "SELECT * FROM \"" + tableName + "\"";
+    return std::string("SELECT * FROM \"").append(tableName).append("\"");
 }
 
 /// Name of a column by its position in the current list, which earlier queries may have reordered
@@ -23,7 +23,9 @@ std::string columnName(const SqlTbl<Record>& table, std::size_t position)
 std::string selectWhere(const std::string& tableName, const std::string& column,
                         const char* comparison, unsigned int number)
 {
-    return selectAll(tableName) + " WHERE " + column + comparison + sqlTblUtil::numberText(number);
+    std::string query = selectAll(tableName);
+    query.append(" WHERE ").append(column).append(comparison);
+    return query.append(sqlTblUtil::numberText(number));
 }
 
 }  // namespace

@@ -33,19 +33,19 @@ const char* refusalOf(const std::string& path)
     if (path == MEMORY) {
         return nullptr;
     }
-    struct stat status = {};
+    struct stat status;
     if (stat(path.c_str(), &status) != 0) {
         return std::strerror(errno);
     }
     // A path with a NUL byte in it names another file to the system than to the caller.
-    const bool isRegularFile = S_ISREG(status.st_mode) && path.find('\0') == std::string::npos;
+    const bool isRegularFile = S_ISREG(status.st_mode) && std::strlen(path.c_str()) == path.size();
     return isRegularFile ? nullptr : "not a regular file";
 }
 
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
 std::string plainPath(const std::string& path)
 {
-    return path.compare(0, 5, "file:") == 0 ? "./" + path : path;
+    return std::strncmp(path.c_str(), "file:", 5) == 0 ? "./" + path : path;
 }
 
 struct Closing {

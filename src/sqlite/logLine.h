@@ -14,6 +14,9 @@ constexpr const char* ERROR_PREFIX = "[ERROR] ";
 constexpr const char* SERVICE_TAG = "ZAV";
 constexpr const char* ACCESS_LAYER_TAG = "SQL3";
 
+/// Writes what stands before a message.
+void beginLine(const char* severity, const char* component, const char* function);
+
 /// Writes one diagnostic line whole and flushes it; every line of the library comes from here.
 ///
 /// @param message  the pieces of the message, each written as it is: a null text puts standard
@@ -23,8 +26,7 @@ void writeLine(const char* severity, const char* component, const char* function
                const Message&... message)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
-    std::cout.width(0);  // one that the application has set was meant for a text of its own
-    std::cout << severity << component << "::" << function << "() ";
+    beginLine(severity, component, function);
     (std::cout << ... << message) << std::endl;
 }
 

@@ -11,5 +11,5 @@ struct ColumnBinding {
     typename SqlTbl<T>::columnValueType_t valueType;
     void* field;
 
-    operator typename SqlTbl<T>::column_t() const { return {name, sqlType, valueType, field}; }
+    explicit operator typename SqlTbl<T>::column_t() const { return {name, sqlType, valueType, field}; }
 };

@@ -33,7 +33,7 @@ struct PassOn<OPERATION> {
 /// @return whether nothing has the name, or a regular file that lstat() finds to be one.
 bool isRegularOrMissing(const char* path)
 {
-    struct stat status = {};
+    struct stat status;
     return lstat(path, &status) != 0 || S_ISREG(status.st_mode);
 }
 
@@ -79,7 +79,7 @@ int CompanionVfs::open(const char* path, int flags, sqlite3** db) noexcept
     return code;
 }
 
-// No extension is loaded through it.
+// No extension is loaded through it, and SQLite takes its random numbers from the default one.
 void CompanionVfs::passOnTo(sqlite3_vfs* target) noexcept
 {
     // A name of its own, so that several threads can open a connection each.
@@ -93,10 +93,8 @@ void CompanionVfs::passOnTo(sqlite3_vfs* target) noexcept
     xDelete = deleteFile;
     xAccess = PassOn<&sqlite3_vfs::xAccess>::call;
     xFullPathname = PassOn<&sqlite3_vfs::xFullPathname>::call;
-    xRandomness = PassOn<&sqlite3_vfs::xRandomness>::call;
     xSleep = PassOn<&sqlite3_vfs::xSleep>::call;
     xCurrentTime = PassOn<&sqlite3_vfs::xCurrentTime>::call;
-    xGetLastError = PassOn<&sqlite3_vfs::xGetLastError>::call;
     xCurrentTimeInt64 = PassOn<&sqlite3_vfs::xCurrentTimeInt64>::call;
 }
 
@@ -150,14 +148,13 @@ const char* CompanionVfs::takeDatabase(const char* name) noexcept
         return m_shm == nullptr ? nullptr : name;
     }
     const char* parameters[] = {"readonly_shm", "1"};
-    m_nameNotToWriteShm = sqlite3_create_filename(name, sqlite3_filename_journal(name),
-                                                  sqlite3_filename_wal(name), 1, parameters);
+    m_nameNotToWriteShm = sqlite3_create_filename(name, "", "", 1, parameters);
     return m_nameNotToWriteShm;
 }
 
 bool CompanionVfs::shmHasSecondLink() const noexcept
 {
-    struct stat status = {};
+    struct stat status;
     return lstat(m_shm, &status) == 0 && status.st_nlink > 1;
 }
 

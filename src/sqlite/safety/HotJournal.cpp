@@ -27,7 +27,7 @@ bool isWritable(const char* path)
 /// @return whether the folder lets its files be removed only by their owner, who is somebody else.
 bool isKeptBySomebodyElse(const char* folder, const struct stat& file)
 {
-    struct stat status = {};
+    struct stat status;
     const uid_t user = geteuid();
     return stat(folder, &status) == 0 && (status.st_mode & S_ISVTX) != 0 && user != 0 &&
            user != status.st_uid && user != file.st_uid;
@@ -72,7 +72,7 @@ bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs) noexcept
 {
     const char* const database = sqlite3_db_filename(db, "main");
     const char* const journal = sqlite3_filename_journal(database);
-    struct stat status = {};
+    struct stat status;
     if (lstat(journal, &status) != 0 || !isWorthATry(database, journal, status)) {
         return false;
     }

@@ -36,6 +36,13 @@ int refuse(const SqlToken& name, char** errorText)
                 errorText);
 }
 
+/// For sqlite3_exec(), which it lets end with SQLITE_ABORT where there is no memory.
+int addStatement(void* fileCode, int /*columns*/, char** row, char** /*names*/)
+{
+    // The index of a key has no statement.
+    return *row == nullptr || static_cast<FileCode*>(fileCode)->add(*row) ? 0 : 1;
+}
+
 int schemaSize(sqlite3* db)
 {
     int size = 0;
@@ -226,22 +233,10 @@ void ReadGuard::forgetSchema()
 int ReadGuard::readStatements()
 {
     m_fileCode.clear();
-    sqlite3_stmt* prepared = nullptr;
-    int code = sqlite3_prepare_v2(m_db, "SELECT sql FROM sqlite_master", -1, &prepared, nullptr);
-    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> rows(prepared,
-                                                                          sqlite3_finalize);
-    while (code == SQLITE_OK || code == SQLITE_ROW) {
-        code = sqlite3_step(prepared);
-        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
-        // The index of a key has no statement.
-        if (code == SQLITE_ROW && text != nullptr && !m_fileCode.add(text)) {
-            code = SQLITE_NOMEM;
-        }
-    }
-    if (code != SQLITE_DONE) {
-        return code;
-    }
-    return m_fileCode.finish() ? SQLITE_OK : SQLITE_NOMEM;
+    const int code =
+        sqlite3_exec(m_db, "SELECT sql FROM sqlite_master", addStatement, &m_fileCode, nullptr);
+    const bool hasMemory = code == SQLITE_OK ? m_fileCode.finish() : code != SQLITE_ABORT;
+    return hasMemory ? code : SQLITE_NOMEM;
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

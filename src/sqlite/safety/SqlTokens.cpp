@@ -31,8 +31,9 @@ bool SqlToken::isOneOf(const char* words) const
     if (kind != NAME) {
         return false;
     }
-    for (const char* word = words + 1; *word != '\0'; word = std::strchr(word, ' ') + 1) {
-        if (sqlite3_strnicmp(word, text, static_cast<int>(length)) == 0 && word[length] == ' ') {
+    for (const char* word = words; word[1] != '\0'; ++word) {
+        if (*word == ' ' && sqlite3_strnicmp(word + 1, text, static_cast<int>(length)) == 0 &&
+            word[length + 1] == ' ') {
             return true;
         }
     }

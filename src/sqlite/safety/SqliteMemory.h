@@ -10,7 +10,7 @@
 /// whoever called the library, and no exception may pass through it: where there is no memory, `new`
 /// is null.
 struct InSqliteMemory {
-    static void* operator new(std::size_t size) noexcept { return sqlite3_malloc64(size); }
+    static void* operator new(std::size_t size) noexcept { return sqlite3_realloc64(nullptr, size); }
     static void operator delete(void* memory) noexcept { sqlite3_free(memory); }
 };
 
