@@ -11,6 +11,7 @@
 #include "logLine.h"
 #include "pageCache.h"
 #include "safety/ReadGuard.h"
+#include "safety/SqliteMemory.h"
 #include "safety/hardening.h"
 #include "zav/Descriptions.h"
 #include "zav/FaultTypeDef.h"
@@ -45,7 +46,8 @@ const char* refusalOf(const std::string& path)
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
 std::string plainPath(const std::string& path)
 {
-    return std::strncmp(path.c_str(), "file:", 5) == 0 ? "./" + path : path;
+    std::string plain = sqlite3_strnicmp(path.c_str(), "file:", 5) == 0 ? "./" : "";
+    return plain.append(path);
 }
 
 struct Closing {
@@ -102,7 +104,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     }
     Connection db(opened);
     if (code != SQLITE_OK) {
-        const std::unique_ptr<char, decltype(&sqlite3_free)> text(errorText, sqlite3_free);
+        const SqliteText text(errorText);
         return fail(code, errorText != nullptr ? errorText : sqlite3_errstr(code));
     }
     harden(db.get());

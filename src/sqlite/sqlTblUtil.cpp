@@ -93,7 +93,7 @@ std::string valueText(const std::string& sqlType, std::uint32_t kind, const void
 void warnIfNotBound(const void* field, const std::string& columnName)
 {
     if (field == nullptr) {
-        printWarning("value nullptr in column " + columnName);
+        printWarning(std::string("value nullptr in column ").append(columnName));
     }
 }
 

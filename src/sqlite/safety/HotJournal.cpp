@@ -4,19 +4,18 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <memory>
+#include <string_view>
 
 #include "CompanionVfs.h"
+#include "SqliteMemory.h"
 
 namespace {
 
-using Text = std::unique_ptr<char, decltype(&sqlite3_free)>;
-
-Text folderOf(const char* absolutePath)
+SqliteText folderOf(const char* absolutePath)
 {
-    const auto length = std::strrchr(absolutePath, '/') - absolutePath + 1;
-    return {sqlite3_mprintf("%.*s", static_cast<int>(length), absolutePath), sqlite3_free};
+    const std::size_t length = std::string_view(absolutePath).rfind('/') + 1;
+    return SqliteText(sqlite3_mprintf("%.*s", static_cast<int>(length), absolutePath));
 }
 
 bool isWritable(const char* path)
@@ -91,7 +90,7 @@ bool HotJournal::isWorthATry(const char* database, const char* journal,
         !isWritable(journal)) {
         return false;
     }
-    const Text folder = folderOf(database);
+    const SqliteText folder = folderOf(database);
     return folder != nullptr && isWritable(folder.get()) &&
            !isKeptBySomebodyElse(folder.get(), status);
 }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 /// Lets the objects of a class live in SQLite's memory. SQLite's own code may be between these and
@@ -13,6 +14,13 @@ struct InSqliteMemory {
     static void* operator new(std::size_t size) noexcept { return sqlite3_realloc64(nullptr, size); }
     static void operator delete(void* memory) noexcept { sqlite3_free(memory); }
 };
+
+struct SqliteFree {
+    void operator()(char* text) const noexcept { sqlite3_free(text); }
+};
+
+/// A text that SQLite has made, or null where it had no memory for it.
+using SqliteText = std::unique_ptr<char, SqliteFree>;
 
 /// A list of plain values in SQLite's memory.
 template <class T>
