@@ -1,7 +1,7 @@
 #pragma once
 
-#include <iostream>
 #include <mutex>
+#include <ostream>
 
 #include "zav/LogUtil.h"
 
@@ -15,7 +15,9 @@ constexpr const char* SERVICE_TAG = "ZAV";
 constexpr const char* ACCESS_LAYER_TAG = "SQL3";
 
 /// Writes what stands before a message.
-void beginLine(const char* severity, const char* component, const char* function);
+///
+/// @return standard output.
+std::ostream& beginLine(const char* severity, const char* component, const char* function);
 
 /// Writes one diagnostic line whole and flushes it; every line of the library comes from here.
 ///
@@ -26,8 +28,7 @@ void writeLine(const char* severity, const char* component, const char* function
                const Message&... message)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
-    beginLine(severity, component, function);
-    (std::cout << ... << message) << std::endl;
+    (beginLine(severity, component, function) << ... << message) << std::endl;
 }
 
 }  // namespace LogUtil

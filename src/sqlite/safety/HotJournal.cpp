@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 
+#include "../execute.h"
 #include "CompanionVfs.h"
 #include "SqliteMemory.h"
 
@@ -42,7 +43,7 @@ bool isSame(const struct stat& one, const struct stat& other)
 /// SQLite rolls back before it reads: this smallest read there is, of the file's first page.
 int readHeader(sqlite3* db)
 {
-    return sqlite3_exec(db, "PRAGMA schema_version", nullptr, nullptr, nullptr);
+    return execute(db, "PRAGMA schema_version");
 }
 
 int rollBackFile(const char* database, int busyTimeoutMs)

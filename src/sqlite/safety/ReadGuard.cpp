@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "../execute.h"
 #include "../pageCache.h"
 #include "QueryBudget.h"
 #include "databaseSize.h"
@@ -227,7 +228,7 @@ int ReadGuard::lookAtStatements()
 /// The next statement makes SQLite read it again.
 void ReadGuard::forgetSchema()
 {
-    sqlite3_exec(m_db, "PRAGMA writable_schema=RESET", nullptr, nullptr, nullptr);
+    execute(m_db, "PRAGMA writable_schema=RESET");
 }
 
 int ReadGuard::readStatements()

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "../execute.h"
+
 namespace {
 
 /// The longest text, or whole row, that is read: room for eight texts of 1 MB in one row, small
@@ -50,11 +52,6 @@ void configure(sqlite3* db, int option, Switch value)
 {
     sqlite3_db_config(db, option, static_cast<int>(value),
                       nullptr);  // refused by a SQLite that lacks the option
-}
-
-void execute(sqlite3* db, const char* sql)
-{
-    sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
 }
 
 }  // namespace
