@@ -15,12 +15,12 @@ std::string selectAll(const std::string& tableName)
 /// Name of a column by its position in the current list, which earlier queries may have reordered
 /// or shortened. Past its end the name is empty, which makes SQLite refuse the statement.
 template <class Record>
-std::string columnName(const SqlTbl<Record>& table, std::size_t position)
+const char* columnName(const SqlTbl<Record>& table, std::size_t position)
 {
-    return position < table.columns.size() ? table.columns[position].name : "";
+    return position < table.columns.size() ? table.columns[position].name.c_str() : "";
 }
 
-std::string selectWhere(const std::string& tableName, const std::string& column,
+std::string selectWhere(const std::string& tableName, const char* column,
                         const char* comparison, unsigned int number)
 {
     std::string query = selectAll(tableName);

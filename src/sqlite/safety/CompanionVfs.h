@@ -40,7 +40,7 @@ private:
     bool shmHasSecondLink() const noexcept;
     bool mayOpen(const char* name, int flags) const noexcept;
 
-    char m_name[24] = "";
+    char m_name[sizeof "zav0x" + 2 * sizeof(void*)] = "";
     const Use m_use;
     const char* m_journal = nullptr;  ///< the one to roll back, by SQLite's own pointer to its name
     char* m_shm = nullptr;

@@ -65,9 +65,9 @@ private:
     void forgetSchema();
 
     sqlite3* m_db = nullptr;
-    HotJournal m_hotJournal;
-    FileCode m_fileCode;
     int m_schemaSize = 0;  ///< bytes in memory of the schema that m_fileCode is of; 0: not read
     bool m_readsSchema = false;
     bool m_hasLostSchema = false;
+    FileCode m_fileCode;
+    HotJournal m_hotJournal;
 };
