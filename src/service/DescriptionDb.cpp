@@ -25,7 +25,8 @@ std::string selectWhere(const std::string& tableName, const char* column,
 {
     std::string query = selectAll(tableName);
     query.append(" WHERE ").append(column).append(comparison);
-    return query.append(sqlTblUtil::numberText(number));
+    query.append(sqlTblUtil::numberText(number));
+    return query;
 }
 
 }  // namespace

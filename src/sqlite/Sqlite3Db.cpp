@@ -67,6 +67,17 @@ int openForWriting(const char* path, sqlite3** db, char** errorText) noexcept
     return code;
 }
 
+/// See ReadGuard::open().
+int openForReading(const char* path, sqlite3** db, char** errorText)
+{
+    std::unique_ptr<ReadGuard> guard(new ReadGuard);
+    const int code = guard->open(path, db, errorText);
+    if (code == SQLITE_OK) {
+        guard.release();  // ReadGuard::close() deletes it
+    }
+    return code;
+}
+
 bool canOnlyRead(sqlite3* db)
 {
     return sqlite3_db_readonly(db, "main") == 1;
@@ -94,13 +105,13 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     }
     const bool isFile = path != MEMORY;
     const std::string name = plainPath(path);
-    const auto open = readOnly && isFile ? ReadGuard::open : openForWriting;
+    const auto open = readOnly && isFile ? openForReading : openForWriting;
     sqlite3* opened = nullptr;
     char* errorText = nullptr;
     int code = open(name.c_str(), &opened, &errorText);
     if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(opened)) {
         sqlite3_close(opened);
-        code = ReadGuard::open(name.c_str(), &opened, &errorText);
+        code = openForReading(name.c_str(), &opened, &errorText);
     }
     Connection db(opened);
     if (code != SQLITE_OK) {

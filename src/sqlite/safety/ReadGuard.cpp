@@ -56,18 +56,11 @@ int schemaSize(sqlite3* db)
 
 int ReadGuard::open(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    std::unique_ptr<ReadGuard> guard(new ReadGuard);
-    if (guard == nullptr) {
-        return fail(SQLITE_NOMEM, errorText);
+    const int code = CompanionVfs::open(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, db);
+    if (code != SQLITE_OK) {
+        fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
+        sqlite3_close(std::exchange(*db, nullptr));
     }
-    const int code =
-        guard->CompanionVfs::open(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, db);
-    if (code == SQLITE_OK) {
-        guard.release();  // goes with the connection
-        return code;
-    }
-    fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
-    sqlite3_close(std::exchange(*db, nullptr));
     return code;
 }
 
