@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "SqliteMemory.h"
+
 namespace {
 
 /// How a journal that names a super-journal ends: the name's length, its checksum and these eight
@@ -29,6 +31,17 @@ struct PassOn<OPERATION> {
         return (targetOf(vfs)->*OPERATION)(targetOf(vfs), arguments...);
     }
 };
+
+SqliteText shmOf(const char* database)
+{
+    return SqliteText(sqlite3_mprintf("%s-shm", database));
+}
+
+bool hasSecondLink(const char* path)
+{
+    struct stat status;
+    return lstat(path, &status) == 0 && status.st_nlink > 1;
+}
 
 /// @return whether nothing has the name, or a regular file that lstat() finds to be one.
 bool isRegularOrMissing(const char* path)
@@ -61,7 +74,6 @@ CompanionVfs::CompanionVfs(Use use) noexcept : sqlite3_vfs(), m_use(use) {}
 
 CompanionVfs::~CompanionVfs()
 {
-    sqlite3_free(m_shm);
     sqlite3_free_filename(const_cast<char*>(m_nameNotToWriteShm));  // a char* before 3.40
 }
 
@@ -143,19 +155,14 @@ int CompanionVfs::deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder)
 /// @return the name to open it by; null without memory.
 const char* CompanionVfs::takeDatabase(const char* name) noexcept
 {
-    m_shm = sqlite3_mprintf("%s-shm", name);
-    if (m_shm == nullptr || !shmHasSecondLink()) {
-        return m_shm == nullptr ? nullptr : name;
+    m_database = name;
+    const SqliteText shm = shmOf(name);
+    if (shm == nullptr || !hasSecondLink(shm.get())) {
+        return shm == nullptr ? nullptr : name;
     }
     const char* parameters[] = {"readonly_shm", "1"};
     m_nameNotToWriteShm = sqlite3_create_filename(name, "", "", 1, parameters);
     return m_nameNotToWriteShm;
-}
-
-bool CompanionVfs::shmHasSecondLink() const noexcept
-{
-    struct stat status;
-    return lstat(m_shm, &status) == 0 && status.st_nlink > 1;
 }
 
 bool CompanionVfs::mayOpen(const char* name, int flags) const noexcept
@@ -165,8 +172,9 @@ bool CompanionVfs::mayOpen(const char* name, int flags) const noexcept
     }
     if ((flags & SQLITE_OPEN_WAL) != 0) {
         // SQLite opens the "-shm" right after the log, and not through its VFS.
-        return isRegularOrMissing(name) && isRegularOrMissing(m_shm) &&
-               (m_nameNotToWriteShm != nullptr || !shmHasSecondLink());
+        const SqliteText shm = shmOf(m_database);
+        return shm != nullptr && isRegularOrMissing(name) && isRegularOrMissing(shm.get()) &&
+               (m_nameNotToWriteShm != nullptr || !hasSecondLink(shm.get()));
     }
     return (flags & SQLITE_OPEN_MAIN_JOURNAL) == 0 || isRegularOrMissing(name);
 }

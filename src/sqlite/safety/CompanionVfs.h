@@ -37,12 +37,11 @@ private:
 
     void passOnTo(sqlite3_vfs* target) noexcept;
     const char* takeDatabase(const char* name) noexcept;
-    bool shmHasSecondLink() const noexcept;
     bool mayOpen(const char* name, int flags) const noexcept;
 
     char m_name[sizeof "zav0x" + 2 * sizeof(void*)] = "";
     const Use m_use;
     const char* m_journal = nullptr;  ///< the one to roll back, by SQLite's own pointer to its name
-    char* m_shm = nullptr;
+    const char* m_database = nullptr;  ///< resolved; SQLite's own
     const char* m_nameNotToWriteShm = nullptr;  ///< of the database
 };
