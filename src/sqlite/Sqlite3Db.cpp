@@ -73,7 +73,7 @@ int openForReading(const char* path, sqlite3** db, char** errorText)
     std::unique_ptr<ReadGuard> guard(new ReadGuard);
     const int code = guard->open(path, db, errorText);
     if (code == SQLITE_OK) {
-        guard.release();  // ReadGuard::close() deletes it
+        static_cast<void>(guard.release());  // ReadGuard::close() deletes it
     }
     return code;
 }
