@@ -30,7 +30,8 @@ constexpr std::array AGGREGATES = {"count", "max", "sum", "group_concat", "json_
 template <std::size_t SIZE>
 const char* chooseFrom(Grammar& grammar, const std::array<const char*, SIZE>& texts)
 {
-    return texts[static_cast<std::size_t>(grammar.choose(SIZE))];
+    const auto choice = static_cast<std::size_t>(grammar.choose(SIZE));
+    return texts.at(choice);
 }
 
 }  // namespace

@@ -281,12 +281,15 @@ std::string SqlTbl<T>::getSqlInsertValues() const
     std::string values;
     for (const column_t& column : columns) {
         sqlTblUtil::warnIfNotBound(column.pValue, column.name);
-        names += "'" + column.name + "',";
-        values += valueText(column) + ",";
+        names.append("'").append(column.name).append("',");
+        values.append(valueText(column)).append(",");
     }
     sqlTblUtil::eraseLastSeparator(values);
     sqlTblUtil::eraseLastSeparator(names);
-    return "INSERT INTO " + tableName + "(" + names + ") VALUES(" + values + ")";
+    std::string statement = "INSERT INTO ";
+    statement.append(tableName).append("(").append(names);
+    statement.append(") VALUES(").append(values).append(")");
+    return statement;
 }
 
 template <class T>
@@ -296,11 +299,14 @@ std::string SqlTbl<T>::getSqlUpdateValues() const
     for (const column_t& column : columns) {
         sqlTblUtil::warnIfNotBound(column.pValue, column.name);
         if (!sqlTblUtil::isKey(column.sqlType)) {
-            assignments += "'" + column.name + "'=" + valueText(column) + ",";
+            assignments.append("'").append(column.name).append("'=");
+            assignments.append(valueText(column)).append(",");
         }
     }
     sqlTblUtil::eraseLastSeparator(assignments);
-    return "UPDATE " + tableName + " SET " + assignments;
+    std::string statement = "UPDATE ";
+    statement.append(tableName).append(" SET ").append(assignments);
+    return statement;
 }
 
 template <class T>

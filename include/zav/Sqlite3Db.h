@@ -172,7 +172,7 @@ private:
     std::string m_lastErrorText;
     sqlite3* m_pDb = nullptr;
 
-    int fail(std::int32_t code, const std::string& errorText);
+    int fail(std::int32_t code, const char* errorText);
     int failQuery(char* errorText, int code) const;
     void finishQuery(char** result) const;
 };

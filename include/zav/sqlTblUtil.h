@@ -120,12 +120,13 @@ inline bool readPlainDigits(const char* /*text*/, const void* /*number*/)
 template <class T>
 int readFromStream(const char* cell, T* value)
 {
-    const std::string text(cell);
-    std::istringstream stream(text);
+    std::istringstream stream{std::string(cell)};
     T number = 0;
     stream >> number;
     if (stream.fail()) {
-        printError("casting value \"" + text + "\", typeid=" + typeid(T).name());
+        std::string message = "casting value \"";
+        message.append(cell).append("\", typeid=").append(typeid(T).name());
+        printError(message);
         return -1;
     }
     *value = number;

@@ -1,25 +1,33 @@
 #include "zav/DescriptionDb.h"
 
 #include <cstddef>
-#include <sstream>
+#include <string>
 
 #include "../sqlite/logLine.h"
 #include "tables.h"
 
 namespace {
 
-template <class Record>
-std::string selectAll(const SqlTbl<Record>& table)
+std::string selectAll(const std::string& tableName)
 {
-    return "SELECT * FROM \"" + table.tableName + "\"";
+    return std::string("SELECT * FROM \"").append(tableName).append("\"");
 }
 
 /// Name of a column by its position in the current list, which earlier queries may have reordered
 /// or shortened. Past its end the name is empty, which makes SQLite refuse the statement.
 template <class Record>
-std::string columnName(const SqlTbl<Record>& table, std::size_t position)
+const char* columnName(const SqlTbl<Record>& table, std::size_t position)
 {
-    return position < table.columns.size() ? table.columns[position].name : "";
+    return position < table.columns.size() ? table.columns[position].name.c_str() : "";
+}
+
+std::string selectWhere(const std::string& tableName, const char* column, const char* comparison,
+                        unsigned int number)
+{
+    std::string query = selectAll(tableName);
+    query.append(" WHERE ").append(column).append(comparison);
+    query.append(sqlTblUtil::numberText(number));
+    return query;
 }
 
 }  // namespace
@@ -90,16 +98,17 @@ void DescriptionDb::setDbgLevel(int level)
 
 int DescriptionDb::getFaultTypeDefTbl(std::vector<FaultTypeDef>& faultTypeDefs)
 {
-    return sqliteDb.getTbl(selectAll(m_faultTypeDefTbl), faultTypeDefs, &m_faultTypeDefTbl);
+    return sqliteDb.getTbl(selectAll(m_faultTypeDefTbl.tableName), faultTypeDefs,
+                           &m_faultTypeDefTbl);
 }
 
 int DescriptionDb::getFaultTypeDef(unsigned short faultCode, FaultTypeDef& faultTypeDef)
 {
-    std::ostringstream query;
-    query << selectAll(m_faultTypeDefTbl) << " WHERE " << columnName(m_faultTypeDefTbl, 0)
-          << tables::COMPARES_CODE << static_cast<unsigned long>(faultCode);
+    const std::string query =
+        selectWhere(m_faultTypeDefTbl.tableName, columnName(m_faultTypeDefTbl, 0),
+                    tables::COMPARES_CODE, faultCode);
     std::vector<FaultTypeDef> found;
-    const int count = sqliteDb.getTbl(query.str(), found, &m_faultTypeDefTbl);
+    const int count = sqliteDb.getTbl(query, found, &m_faultTypeDefTbl);
     if (count != 1) {
         return -1;
     }
@@ -109,14 +118,15 @@ int DescriptionDb::getFaultTypeDef(unsigned short faultCode, FaultTypeDef& fault
 
 int DescriptionDb::getDescriptionsTbl(std::vector<Descriptions>& descriptions)
 {
-    return sqliteDb.getTbl(selectAll(m_descriptionsTbl), descriptions, &m_descriptionsTbl);
+    return sqliteDb.getTbl(selectAll(m_descriptionsTbl.tableName), descriptions,
+                           &m_descriptionsTbl);
 }
 
 int DescriptionDb::getDescriptionsByFC(unsigned int faultCode,
                                        std::vector<Descriptions>& descriptions)
 {
-    std::ostringstream query;
-    query << selectAll(m_descriptionsTbl) << " WHERE " << columnName(m_descriptionsTbl, 1)
-          << tables::COMPARES_FAULT_TYPE << std::dec << static_cast<unsigned long>(faultCode);
-    return sqliteDb.getTbl(query.str(), descriptions, &m_descriptionsTbl);
+    const std::string query =
+        selectWhere(m_descriptionsTbl.tableName, columnName(m_descriptionsTbl, 1),
+                    tables::COMPARES_FAULT_TYPE, faultCode);
+    return sqliteDb.getTbl(query, descriptions, &m_descriptionsTbl);
 }

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "logLine.h"
 #include "pageCache.h"
 #include "safety/ReadGuard.h"
+#include "safety/SqliteMemory.h"
 #include "safety/hardening.h"
 #include "zav/Descriptions.h"
 #include "zav/FaultTypeDef.h"
@@ -26,25 +28,26 @@ constexpr int BUSY_TIMEOUT_MS = 5000;
 /// What SQLite takes for the name of a database in memory, which is empty and can be written.
 constexpr const char* MEMORY = ":memory:";
 
-/// @return why a path cannot name a database; empty if it can.
-std::string refusalOf(const std::string& path)
+/// @return why a path cannot name a database; null if it can.
+const char* refusalOf(const std::string& path)
 {
     if (path == MEMORY) {
-        return "";
+        return nullptr;
     }
-    struct stat status = {};
+    struct stat status;
     if (stat(path.c_str(), &status) != 0) {
         return std::strerror(errno);
     }
     // A path with a NUL byte in it names another file to the system than to the caller.
-    const bool isRegularFile = S_ISREG(status.st_mode) && path.find('\0') == std::string::npos;
-    return isRegularFile ? "" : "not a regular file";
+    const bool isRegularFile = S_ISREG(status.st_mode) && std::strlen(path.c_str()) == path.size();
+    return isRegularFile ? nullptr : "not a regular file";
 }
 
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
 std::string plainPath(const std::string& path)
 {
-    return path.compare(0, 5, "file:") == 0 ? "./" + path : path;
+    std::string plain = sqlite3_strnicmp(path.c_str(), "file:", 5) == 0 ? "./" : "";
+    return plain.append(path);
 }
 
 struct Closing {
@@ -52,31 +55,32 @@ struct Closing {
 };
 using Connection = std::unique_ptr<sqlite3, Closing>;
 
-/// @return SQLite's result code.
-int openForWriting(const std::string& path, Connection& connection, std::string& errorText)
+/// See ReadGuard::open().
+int openForWriting(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    sqlite3* db = nullptr;
     const int code =
-        sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-    connection.reset(db);
+        sqlite3_open_v2(path, db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) {
-        errorText = sqlite3_errmsg(db);
+        *errorText = sqlite3_mprintf("%s", sqlite3_errmsg(*db));
+        sqlite3_close(std::exchange(*db, nullptr));
     }
     return code;
 }
 
-/// @return SQLite's result code.
-int openForReading(const std::string& path, Connection& connection, std::string& errorText)
+/// See ReadGuard::open().
+int openForReading(const char* path, sqlite3** db, char** errorText)
 {
-    sqlite3* db = nullptr;
-    const int code = ReadGuard::open(path, &db, errorText);
-    connection.reset(db);
+    std::unique_ptr<ReadGuard> guard(new ReadGuard);
+    const int code = guard->open(path, db, errorText);
+    if (code == SQLITE_OK) {
+        static_cast<void>(guard.release());  // ReadGuard::close() deletes it
+    }
     return code;
 }
 
-bool canOnlyRead(const Connection& connection)
+bool canOnlyRead(sqlite3* db)
 {
-    return sqlite3_db_readonly(connection.get(), "main") == 1;
+    return sqlite3_db_readonly(db, "main") == 1;
 }
 
 }  // namespace
@@ -95,20 +99,24 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (m_pDb != nullptr) {
         return -1;
     }
-    const std::string refusal = refusalOf(path);
-    if (!refusal.empty()) {
+    const char* const refusal = refusalOf(path);
+    if (refusal != nullptr) {
         return fail(SQLITE_CANTOPEN, refusal);
     }
     const bool isFile = path != MEMORY;
+    const std::string name = plainPath(path);
     const auto open = readOnly && isFile ? openForReading : openForWriting;
-    Connection db;
-    std::string errorText;
-    int code = open(plainPath(path), db, errorText);
-    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(db)) {
-        code = openForReading(plainPath(path), db, errorText);
+    sqlite3* opened = nullptr;
+    char* errorText = nullptr;
+    int code = open(name.c_str(), &opened, &errorText);
+    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(opened)) {
+        sqlite3_close(opened);
+        code = openForReading(name.c_str(), &opened, &errorText);
     }
+    Connection db(opened);
     if (code != SQLITE_OK) {
-        return fail(code, errorText);
+        const SqliteText text(errorText);
+        return fail(code, errorText != nullptr ? errorText : sqlite3_errstr(code));
     }
     harden(db.get());
     if (ReadGuard* const guard = ReadGuard::of(db.get())) {
@@ -122,7 +130,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
-    m_readOnly = canOnlyRead(db);
+    m_readOnly = canOnlyRead(db.get());
     m_pDb = db.release();
     m_dbState = STATE_OPEN;
     return 0;
@@ -153,12 +161,13 @@ int Sqlite3Db::getTable(const std::string& sql, char*** result, int* rowCount, i
         return SQLITE_MISUSE;
     }
     if (ReadGuard* const guard = ReadGuard::of(m_pDb)) {
-        return guard->getTable(sql, {result, rowCount, columnCount, errorText}, BUSY_TIMEOUT_MS);
+        return guard->getTable(sql.c_str(), {result, rowCount, columnCount, errorText},
+                               BUSY_TIMEOUT_MS);
     }
     return sqlite3_get_table(m_pDb, sql.c_str(), result, rowCount, columnCount, errorText);
 }
 
-int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
+int Sqlite3Db::fail(std::int32_t code, const char* errorText)
 {
     m_lastCode = code;
     m_lastErrorText = errorText;
@@ -170,9 +179,11 @@ int Sqlite3Db::fail(std::int32_t code, const std::string& errorText)
 
 int Sqlite3Db::failQuery(char* errorText, int code) const
 {
+    char number[12] = "";  // as it is, whatever format the application has set
+    sqlite3_snprintf(sizeof number, number, "%d", code);
     // A failed query without an error text silences standard output: the text is written untested.
     LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl",
-                       "Sql Query failed: ", errorText, " Err=", std::to_string(code));
+                       "Sql Query failed: ", errorText, " Err=", static_cast<const char*>(number));
     if (m_dbState == STATE_OPEN) {
         sqlite3_free(errorText);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <iostream>
 #include <mutex>
+#include <ostream>
 
 #include "zav/LogUtil.h"
 
@@ -14,6 +14,11 @@ constexpr const char* ERROR_PREFIX = "[ERROR] ";
 constexpr const char* SERVICE_TAG = "ZAV";
 constexpr const char* ACCESS_LAYER_TAG = "SQL3";
 
+/// Writes what stands before a message.
+///
+/// @return standard output.
+std::ostream& beginLine(const char* severity, const char* component, const char* function);
+
 /// Writes one diagnostic line whole and flushes it; every line of the library comes from here.
 ///
 /// @param message  the pieces of the message, each written as it is: a null text puts standard
@@ -23,9 +28,7 @@ void writeLine(const char* severity, const char* component, const char* function
                const Message&... message)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
-    std::cout.width(0);  // one that the application has set was meant for a text of its own
-    std::cout << severity << component << "::" << function << "() ";
-    (std::cout << ... << message) << std::endl;
+    (beginLine(severity, component, function) << ... << message) << std::endl;
 }
 
 }  // namespace LogUtil

@@ -76,7 +76,7 @@ bool takesValue(const std::string& sqlType)
 
 std::string literal(const std::string& sqlType, const std::string& text)
 {
-    return sqlType == TEXT ? "'" + text + "'" : text;
+    return sqlType == TEXT ? std::string("'").append(text).append("'") : text;
 }
 
 std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field)
@@ -93,7 +93,7 @@ std::string valueText(const std::string& sqlType, std::uint32_t kind, const void
 void warnIfNotBound(const void* field, const std::string& columnName)
 {
     if (field == nullptr) {
-        printWarning("value nullptr in column " + columnName);
+        printWarning(std::string("value nullptr in column ").append(columnName));
     }
 }
 

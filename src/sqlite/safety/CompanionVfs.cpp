@@ -3,170 +3,178 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstdint>
+#include <cstring>
+
+#include "SqliteMemory.h"
 
 namespace {
 
-CompanionVfs* companionOf(sqlite3_vfs* vfs)
+/// How a journal that names a super-journal ends: the name's length, its checksum and these eight
+/// bytes, with which a journal begins as well. From SQLite's file format, "The Rollback Journal".
+constexpr int END_SIZE = 4 + 4 + 8;
+constexpr unsigned char MAGIC[] = {0xd9, 0xd5, 0x05, 0xf9, 0x20, 0xa1, 0x63, 0xd7};
+
+sqlite3_vfs* targetOf(sqlite3_vfs* vfs)
 {
-    return static_cast<CompanionVfs*>(vfs->pAppData);
+    return static_cast<sqlite3_vfs*>(vfs->pAppData);
 }
 
-/// Passes an operation of a VFS on to the one that its application data names.
+/// Passes an operation of a VFS on to the one that its application data is.
 template <auto OPERATION>
 struct PassOn;
 
 template <class Result, class... Arguments,
           Result (*sqlite3_vfs::*OPERATION)(sqlite3_vfs*, Arguments...)>
 struct PassOn<OPERATION> {
-    static Result call(sqlite3_vfs* vfs, Arguments... arguments)
+    static Result call(sqlite3_vfs* vfs, Arguments... arguments) noexcept
     {
-        sqlite3_vfs* const target = companionOf(vfs)->defaultVfs();
-        return (target->*OPERATION)(target, arguments...);
+        return (targetOf(vfs)->*OPERATION)(targetOf(vfs), arguments...);
     }
 };
 
-bool isEmpty(const std::string& path)
+SqliteText shmOf(const char* database)
 {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && status.st_size == 0;
+    return SqliteText(sqlite3_mprintf("%s-shm", database));
+}
+
+bool hasSecondLink(const char* path)
+{
+    struct stat status;
+    return lstat(path, &status) == 0 && status.st_nlink > 1;
 }
 
 /// @return whether nothing has the name, or a regular file that lstat() finds to be one.
 bool isRegularOrMissing(const char* path)
 {
-    struct stat status = {};
+    struct stat status;
     return lstat(path, &status) != 0 || S_ISREG(status.st_mode);
 }
 
-/// A path as a URI in which nothing is taken for a parameter.
-std::string uriOf(const std::string& absolutePath)
+/// The checksum is not looked at: half a name is reason enough to leave the file alone.
+bool namesSuperJournal(sqlite3_file* journal)
 {
-    std::string uri = "file://";
-    for (const char letter : absolutePath) {
-        switch (letter) {
-        case '%':
-            uri += "%25";
-            break;
-        case '?':
-            uri += "%3f";
-            break;
-        case '#':
-            uri += "%23";
-            break;
-        default:
-            uri += letter;
-        }
-    }
-    return uri;
+    unsigned char end[END_SIZE] = {};
+    sqlite3_int64 size = 0;
+    return journal->pMethods->xFileSize(journal, &size) == SQLITE_OK && size >= END_SIZE &&
+           journal->pMethods->xRead(journal, end, END_SIZE, size - END_SIZE) == SQLITE_OK &&
+           std::memcmp(end + 8, MAGIC, sizeof MAGIC) == 0 &&
+           (end[0] | end[1] | end[2] | end[3]) != 0;
+}
+
+/// @param code  what it is not opened for.
+int refuse(sqlite3_file* file, int code)
+{
+    file->pMethods = nullptr;  // or SQLite would close it
+    return code;
 }
 
 }  // namespace
 
-int CompanionVfs::open(const std::string& path, int flags, sqlite3** db)
-{
-    m_default = sqlite3_vfs_find(nullptr);
-    if (m_default == nullptr) {
-        return SQLITE_NOMEM;
-    }
-    passOnToDefault();
-    const int code = openAs(path, flags, db);
-    const char* const database = code == SQLITE_OK ? sqlite3_db_filename(*db, "main") : nullptr;
-    if (database != nullptr && *database != '\0') {
-        m_database = database;
-        m_journal = m_database + "-journal";
-        m_shm = m_database + "-shm";
-    }
-    return code;
-}
+CompanionVfs::CompanionVfs(Use use) noexcept : sqlite3_vfs(), m_use(use) {}
 
-int CompanionVfs::reopenWithoutWritingShm(int flags, sqlite3** db)
+CompanionVfs::~CompanionVfs()
 {
-    m_writesShm = false;
-    return openAs(uriOf(m_database) + "?readonly_shm=1", flags | SQLITE_OPEN_URI, db);
+    sqlite3_free_filename(const_cast<char*>(m_nameNotToWriteShm));  // a char* before 3.40
 }
 
 // Registered only while SQLite looks for it: nothing is left behind for an application to meet.
-int CompanionVfs::openAs(const std::string& name, int flags, sqlite3** db)
+int CompanionVfs::open(const char* path, int flags, sqlite3** db) noexcept
 {
-    sqlite3_vfs_register(&m_vfs, 0);
-    const int code = sqlite3_open_v2(name.c_str(), db, flags, m_vfs.zName);
-    sqlite3_vfs_unregister(&m_vfs);
+    sqlite3_vfs* const target = sqlite3_vfs_find(nullptr);
+    if (target == nullptr) {
+        return SQLITE_NOMEM;
+    }
+    passOnTo(target);
+    sqlite3_vfs_register(this, 0);
+    const int code = sqlite3_open_v2(path, db, flags, m_name);
+    sqlite3_vfs_unregister(this);
     return code;
 }
 
-void CompanionVfs::passOnToDefault()
+// No extension is loaded through it, and SQLite takes its random numbers from the default one.
+void CompanionVfs::passOnTo(sqlite3_vfs* target) noexcept
 {
     // A name of its own, so that several threads can open a connection each.
-    m_name = "zav" + std::to_string(reinterpret_cast<std::uintptr_t>(this));
-    m_vfs.iVersion = std::min(m_default->iVersion, 2);
-    m_vfs.szOsFile = m_default->szOsFile;
-    m_vfs.mxPathname = m_default->mxPathname;
-    m_vfs.zName = m_name.c_str();
-    m_vfs.pAppData = this;
-    m_vfs.xOpen = openFile;
-    m_vfs.xDelete = deleteFile;
-    m_vfs.xAccess = PassOn<&sqlite3_vfs::xAccess>::call;
-    m_vfs.xFullPathname = PassOn<&sqlite3_vfs::xFullPathname>::call;
-    m_vfs.xDlOpen = PassOn<&sqlite3_vfs::xDlOpen>::call;
-    m_vfs.xDlError = PassOn<&sqlite3_vfs::xDlError>::call;
-    m_vfs.xDlSym = PassOn<&sqlite3_vfs::xDlSym>::call;
-    m_vfs.xDlClose = PassOn<&sqlite3_vfs::xDlClose>::call;
-    m_vfs.xRandomness = PassOn<&sqlite3_vfs::xRandomness>::call;
-    m_vfs.xSleep = PassOn<&sqlite3_vfs::xSleep>::call;
-    m_vfs.xCurrentTime = PassOn<&sqlite3_vfs::xCurrentTime>::call;
-    m_vfs.xGetLastError = PassOn<&sqlite3_vfs::xGetLastError>::call;
-    m_vfs.xCurrentTimeInt64 = PassOn<&sqlite3_vfs::xCurrentTimeInt64>::call;
+    sqlite3_snprintf(sizeof m_name, m_name, "zav%p", this);
+    iVersion = std::min(target->iVersion, 2);
+    szOsFile = target->szOsFile;
+    mxPathname = target->mxPathname;
+    zName = m_name;
+    pAppData = target;
+    xOpen = openFile;
+    xDelete = deleteFile;
+    xAccess = PassOn<&sqlite3_vfs::xAccess>::call;
+    xFullPathname = PassOn<&sqlite3_vfs::xFullPathname>::call;
+    xSleep = PassOn<&sqlite3_vfs::xSleep>::call;
+    xCurrentTime = PassOn<&sqlite3_vfs::xCurrentTime>::call;
+    xCurrentTimeInt64 = PassOn<&sqlite3_vfs::xCurrentTimeInt64>::call;
 }
 
-CompanionVfs* CompanionVfs::of(sqlite3* db)
+CompanionVfs* CompanionVfs::of(sqlite3* db) noexcept
 {
     sqlite3_vfs* vfs = nullptr;
     if (db != nullptr) {
         sqlite3_file_control(db, "main", SQLITE_FCNTL_VFS_POINTER, static_cast<void*>(&vfs));
     }
     const bool isOne = vfs != nullptr && vfs->xOpen == openFile;
-    return isOne ? companionOf(vfs) : nullptr;
-}
-
-bool CompanionVfs::shmHasSecondLink() const
-{
-    struct stat status = {};
-    return lstat(m_shm.c_str(), &status) == 0 && status.st_nlink > 1;
+    return isOne ? static_cast<CompanionVfs*>(vfs) : nullptr;
 }
 
 int CompanionVfs::openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags,
-                           int* flagsUsed)
+                           int* flagsUsed) noexcept
 {
-    const CompanionVfs& self = *companionOf(vfs);
-    if (!self.mayOpen(name, flags)) {
-        file->pMethods = nullptr;  // or SQLite would close it
-        return SQLITE_CANTOPEN;
+    CompanionVfs& self = *static_cast<CompanionVfs*>(vfs);
+    if ((flags & SQLITE_OPEN_MAIN_DB) != 0) {
+        name = self.takeDatabase(name);
+        if (name == nullptr) {
+            return refuse(file, SQLITE_NOMEM);
+        }
     }
-    return self.m_default->xOpen(self.m_default, name, file, flags, flagsUsed);
+    if (!self.mayOpen(name, flags)) {
+        return refuse(file, SQLITE_CANTOPEN);
+    }
+    const int code = targetOf(vfs)->xOpen(targetOf(vfs), name, file, flags, flagsUsed);
+    if (code == SQLITE_OK && self.m_use == Use::ROLLING_BACK &&
+        (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
+        if (namesSuperJournal(file)) {
+            file->pMethods->xClose(file);
+            return refuse(file, SQLITE_READONLY);
+        }
+        self.m_journal = name;
+    }
+    return code;
 }
 
-int CompanionVfs::deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder)
+int CompanionVfs::deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder) noexcept
 {
-    const CompanionVfs& self = *companionOf(vfs);
-    return self.mayDelete(name) ? self.m_default->xDelete(self.m_default, name, syncFolder)
-                                : SQLITE_OK;  // whoever it belongs to deletes it
+    const CompanionVfs& self = *static_cast<CompanionVfs*>(vfs);
+    return name == self.m_journal ? targetOf(vfs)->xDelete(targetOf(vfs), name, syncFolder)
+                                  : SQLITE_OK;  // whoever it belongs to deletes it
 }
 
-bool CompanionVfs::mayOpen(const char* name, int flags) const
+/// @return the name to open it by; null without memory.
+const char* CompanionVfs::takeDatabase(const char* name) noexcept
+{
+    m_database = name;
+    const SqliteText shm = shmOf(name);
+    if (shm == nullptr || !hasSecondLink(shm.get())) {
+        return shm == nullptr ? nullptr : name;
+    }
+    const char* parameters[] = {"readonly_shm", "1"};
+    m_nameNotToWriteShm = sqlite3_create_filename(name, "", "", 1, parameters);
+    return m_nameNotToWriteShm;
+}
+
+bool CompanionVfs::mayOpen(const char* name, int flags) const noexcept
 {
     if ((flags & SQLITE_OPEN_SUPER_JOURNAL) != 0) {
         return false;
     }
     if ((flags & SQLITE_OPEN_WAL) != 0) {
         // SQLite opens the "-shm" right after the log, and not through its VFS.
-        return isRegularOrMissing(name) && isRegularOrMissing(m_shm.c_str()) &&
-               (!m_writesShm || !shmHasSecondLink());
+        const SqliteText shm = shmOf(m_database);
+        return shm != nullptr && isRegularOrMissing(name) && isRegularOrMissing(shm.get()) &&
+               (m_nameNotToWriteShm != nullptr || !hasSecondLink(shm.get()));
     }
     return (flags & SQLITE_OPEN_MAIN_JOURNAL) == 0 || isRegularOrMissing(name);
-}
-
-bool CompanionVfs::mayDelete(const char* name) const
-{
-    return m_use == Use::ROLLING_BACK && m_journal == name && !isEmpty(m_database);
 }

@@ -2,22 +2,21 @@
 
 #include <sqlite3.h>
 
-#include <string>
-
 /// SQLite's default VFS, for one connection, with an eye on what lies beside the database: SQLite
 /// by itself opens, overwrites and deletes whatever bears the right name there.
 ///
 /// A journal, a write-ahead log or its "-shm" that is no regular file is not opened (SQLite would
-/// wait for a FIFO without end), nor is a log whose "-shm" is a second link to somebody's file.
-/// And nothing is deleted but what the connection is for.
-class CompanionVfs {
+/// wait for a FIFO without end), and a "-shm" that is a second link to somebody's file is not
+/// written. And nothing is deleted but what the connection is for.
+class CompanionVfs : sqlite3_vfs {
 public:
     enum class Use {
         READING,       ///< deletes nothing
-        ROLLING_BACK,  ///< deletes the database's own journal, unless the database is empty
+        ROLLING_BACK,  ///< deletes the journal that it rolls back, which names no super-journal
     };
 
-    explicit CompanionVfs(Use use) : m_use(use) {}
+    explicit CompanionVfs(Use use) noexcept;
+    ~CompanionVfs();
     CompanionVfs(const CompanionVfs&) = delete;
     CompanionVfs& operator=(const CompanionVfs&) = delete;
 
@@ -25,34 +24,24 @@ public:
     ///
     /// @param[out] db  to be closed in any case; may be null.
     /// @return SQLite's result code.
-    int open(const std::string& path, int flags, sqlite3** db);
-
-    /// Opens the same database so that a "-shm" is never written, whoever has linked to it.
-    int reopenWithoutWritingShm(int flags, sqlite3** db);
-
-    bool shmHasSecondLink() const;
+    int open(const char* path, int flags, sqlite3** db) noexcept;
 
     /// @return the VFS that a connection was opened through; null when it was none of these.
-    static CompanionVfs* of(sqlite3* db);
-
-    sqlite3_vfs* defaultVfs() const { return m_default; }
+    static CompanionVfs* of(sqlite3* db) noexcept;
 
 private:
+    // SQLite calls them: no exception may pass through its code.
     static int openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags,
-                        int* flagsUsed);
-    static int deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder);
-    void passOnToDefault();
-    int openAs(const std::string& name, int flags, sqlite3** db);
-    bool mayOpen(const char* name, int flags) const;
-    bool mayDelete(const char* name) const;
+                        int* flagsUsed) noexcept;
+    static int deleteFile(sqlite3_vfs* vfs, const char* name, int syncFolder) noexcept;
 
-    sqlite3_vfs* m_default = nullptr;
-    sqlite3_vfs m_vfs = {};
-    std::string m_name;
+    void passOnTo(sqlite3_vfs* target) noexcept;
+    const char* takeDatabase(const char* name) noexcept;
+    bool mayOpen(const char* name, int flags) const noexcept;
+
+    char m_name[sizeof "zav0x" + 2 * sizeof(void*)] = "";
     const Use m_use;
-    bool m_writesShm = true;
-    // Made before SQLite asks: no exception may pass through its code.
-    std::string m_database;  ///< resolved
-    std::string m_journal;
-    std::string m_shm;
+    const char* m_journal = nullptr;  ///< the one to roll back, by SQLite's own pointer to its name
+    const char* m_database = nullptr;           ///< resolved; SQLite's own
+    const char* m_nameNotToWriteShm = nullptr;  ///< of the database
 };

@@ -49,6 +49,13 @@ std::uint32_t capped(std::uint64_t nodes)
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(nodes, MOST_NODES + 1));
 }
 
+CompileCost unknownCost()
+{
+    CompileCost cost;
+    cost.isKnown = false;
+    return cost;
+}
+
 /// How often each name occurs, or a little more: names share their counters.
 class NameCounts {
 public:
@@ -102,10 +109,11 @@ void CompileCost::add(const CompileCost& part)
     nodes = capped(std::uint64_t{nodes} + part.nodes);
     stackBytes = std::max(stackBytes, part.stackBytes);
     levels = std::max(levels, part.levels);
+    isKnown = isKnown && part.isKnown;
 }
 
 /// Adds up what one piece costs, with all that it names. On the heap: there may be little stack.
-class FileCode::Reckoning {
+class FileCode::Reckoning : public InSqliteMemory {
 public:
     /// @param above  the reckoning that has come upon this piece; null for the first.
     static CompileCost costOf(const FileCode& code, const Piece& piece, Reckoning* above)
@@ -114,8 +122,8 @@ public:
             return piece.cost;
         }
         const std::unique_ptr<Reckoning> reckoning(new Reckoning(code, piece, above));
-        const CompileCost cost = reckoning->cost();
-        if (reckoning->m_isWhole && cost.nodes <= MOST_NODES) {
+        const CompileCost cost = reckoning != nullptr ? reckoning->total() : unknownCost();
+        if (cost.isKnown && reckoning->m_isWhole && cost.nodes <= MOST_NODES) {
             piece.cost = cost;
         } else if (above != nullptr) {
             above->m_isWhole = false;
@@ -125,7 +133,7 @@ public:
 
 private:
     /// What stands in parentheses, or the piece itself.
-    struct Scope {
+    struct Scope : InSqliteMemory {
         std::unique_ptr<Scope> outer;
         bool isQuery = false;
         bool isDefinition = false;
@@ -151,8 +159,8 @@ private:
     {
     }
 
-    CompileCost cost();
-    void open(bool isQuery, bool isDefinition);
+    CompileCost total();
+    bool open(bool isQuery, bool isDefinition);
     void close();
     void take();
     void takeClause();
@@ -175,17 +183,21 @@ private:
     CompileCost m_cost;
 };
 
-CompileCost FileCode::Reckoning::cost()
+CompileCost FileCode::Reckoning::total()
 {
-    open(m_piece.isQuery, true);
-    while (m_level <= MOST_LEVELS && m_scope->cost.nodes <= MOST_NODES && m_tokens.advance()) {
+    bool hasMemory = open(m_piece.isQuery, true);
+    while (hasMemory && m_level <= MOST_LEVELS && m_scope->cost.nodes <= MOST_NODES &&
+           m_tokens.advance()) {
         if (m_tokens.opens()) {
-            open(m_tokens.opensQuery(), m_tokens.opensDefinition());
+            hasMemory = open(m_tokens.opensQuery(), m_tokens.opensDefinition());
         } else if (!m_tokens.closes()) {
             take();
         } else if (m_scopes > 1) {
             close();
         }
+    }
+    if (!hasMemory) {
+        return unknownCost();
     }
     if (m_level > MOST_LEVELS || m_scopes > MOST_SCOPES) {
         m_scope->cost.nodes = MOST_NODES + 1;
@@ -199,13 +211,17 @@ CompileCost FileCode::Reckoning::cost()
     return m_cost;
 }
 
-void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
+/// @return whether there was memory for it.
+bool FileCode::Reckoning::open(bool isQuery, bool isDefinition)
 {
     if (m_scopes > MOST_SCOPES) {
-        return;
+        return true;
+    }
+    std::unique_ptr<Scope> scope(new Scope);
+    if (scope == nullptr) {
+        return false;
     }
     ++m_scopes;
-    std::unique_ptr<Scope> scope(new Scope);
     scope->isQuery = isQuery;
     scope->isDefinition = isDefinition;
     if (m_scope != nullptr && !isQuery) {
@@ -214,6 +230,7 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
+    return true;
 }
 
 void FileCode::Reckoning::close()
@@ -223,17 +240,17 @@ void FileCode::Reckoning::close()
     --m_scopes;
     const std::unique_ptr<Scope> closed = std::move(m_scope);
     m_scope = std::move(closed->outer);
-    CompileCost cost = {closed->nodesBefore, closed->cost.stackBytes + closed->ownStack,
-                        closed->termsBefore, closed->cost.levels};
+    CompileCost all = {closed->nodesBefore, closed->cost.stackBytes + closed->ownStack,
+                       closed->termsBefore, closed->cost.levels, closed->cost.isKnown};
     if (closed->isQuery || closed->isDefinition) {
-        cost.stackBytes += STACK_OF_LEVEL + (closed->termsBefore - 1) * STACK_OF_COMPOUND_TERM +
-                           closed->deepest * STACK_OF_OPERATOR;
+        all.stackBytes += STACK_OF_LEVEL + (closed->termsBefore - 1) * STACK_OF_COMPOUND_TERM +
+                          closed->deepest * STACK_OF_OPERATOR;
     }
     if (m_scope == nullptr) {
-        m_cost = cost;
+        m_cost = all;
         return;
     }
-    addPart(cost, closed->isQuery);
+    addPart(all, closed->isQuery);
     m_scope->depth += closed->deepest + 1;
 }
 
@@ -300,7 +317,7 @@ void FileCode::Reckoning::takeName()
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
     for (const Piece* piece = m_code.firstNamed(name);
-         piece != m_code.end() && piece->name.compare(name) == 0 &&
+         piece != m_code.m_pieces.end() && piece->name.compare(name) == 0 &&
          m_scope->cost.nodes <= MOST_NODES;
          ++piece) {
         const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
@@ -354,34 +371,33 @@ void FileCode::clear()
     m_pieces.clear();
 }
 
-void FileCode::add(const char* statement)
+bool FileCode::add(const char* statement)
 {
-    if (holdsCode(statement)) {
-        m_statements.append(statement, std::strlen(statement) + 1);
-    }
+    return !holdsCode(statement) || m_statements.append(statement, std::strlen(statement) + 1);
 }
 
-void FileCode::finish()
+bool FileCode::finish()
 {
-    const char* statement = m_statements.data();
-    while (statement != m_statements.data() + m_statements.size()) {
-        addObject(statement);
-        addDefinitions(statement);
-        statement += std::strlen(statement) + 1;
+    for (const char* statement = m_statements.begin(); statement != m_statements.end();
+         statement += std::strlen(statement) + 1) {
+        if (!addObject(statement) || !addDefinitions(statement)) {
+            return false;
+        }
     }
     sort();
+    return true;
 }
 
 void FileCode::sort()
 {
-    std::qsort(m_pieces.data(), m_pieces.size(), sizeof(Piece),
+    std::qsort(m_pieces.begin(), m_pieces.size(), sizeof(Piece),
                [](const void* one, const void* other) {
                    return static_cast<const Piece*>(one)->name.compare(
                        static_cast<const Piece*>(other)->name);
                });
 }
 
-void FileCode::addObject(const char* statement)
+bool FileCode::addObject(const char* statement)
 {
     SqlTokens tokens(statement);
     while (tokens.advance() && !tokens.now().isOneOf(" view table ")) {
@@ -398,44 +414,47 @@ void FileCode::addObject(const char* statement)
     const SqlToken name = tokens.now();
     while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
     }
-    m_pieces.push_back(
-        {name, statement, isView ? tokens.next().text : statement, nullptr, false, isView});
+    const Piece object = {name,    statement, isView ? tokens.next().text : statement,
+                          nullptr, false,     isView};
+    return m_pieces.append(&object, 1);
 }
 
-void FileCode::addDefinitions(const char* statement)
+bool FileCode::addDefinitions(const char* statement)
 {
     // One entry for each open parenthesis. What follows it, a comma or WITH is the name of the
     // definition to come.
-    std::vector<Piece> scopes(1);
+    SqliteList<Piece> scopes;
+    const Piece all = {};
+    bool hasMemory = scopes.append(&all, 1);
     SqlTokens tokens(statement);
-    while (tokens.advance()) {
-        SqlToken& name = scopes.back().name;
+    while (hasMemory && tokens.advance()) {
+        SqlToken& name = scopes.last().name;
         if (tokens.opens()) {
-            scopes.push_back({{},
-                              statement,
-                              tokens.next().text,
-                              nullptr,
-                              tokens.opensDefinition(),
-                              tokens.opensQuery()});
+            const Piece opened = {{},
+                                  statement,
+                                  tokens.next().text,
+                                  nullptr,
+                                  tokens.opensDefinition(),
+                                  tokens.opensQuery()};
+            hasMemory = scopes.append(&opened, 1);
         } else if (tokens.closes() && scopes.size() > 1) {
-            Piece closed = scopes.back();
-            scopes.pop_back();
-            closed.name = scopes.back().name;
+            Piece closed = scopes.last();
+            scopes.removeLast();
+            closed.name = scopes.last().name;
             closed.end = tokens.now().text;
-            if (closed.isLocal) {
-                m_pieces.push_back(closed);
-            }
+            hasMemory = !closed.isLocal || m_pieces.append(&closed, 1);
         } else if (tokens.now().isOneOf(" with recursive ") || tokens.now().isSymbol(',')) {
             name = {};
         } else if (name.kind == SqlToken::END) {
             name = tokens.now();
         }
     }
+    return hasMemory;
 }
 
 const FileCode::Piece* FileCode::firstNamed(const SqlToken& name) const
 {
-    return std::partition_point(m_pieces.data(), end(),
+    return std::partition_point(m_pieces.begin(), m_pieces.end(),
                                 [&](const Piece& piece) { return piece.name.compare(name) < 0; });
 }
 
@@ -443,18 +462,18 @@ bool FileCode::has(const char* name) const
 {
     const SqlToken token = {name, std::strlen(name), SqlToken::NAME};
     const Piece* const piece = firstNamed(token);
-    return piece != end() && piece->name.compare(token) == 0;
+    return piece != m_pieces.end() && piece->name.compare(token) == 0;
 }
 
 SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost, bool& reachesCode) const
 {
     SqlTokens tokens(query);
-    while (!m_pieces.empty() && tokens.advance()) {
+    while (m_pieces.size() > 0 && tokens.advance()) {
         const SqlToken& name = tokens.now();
         // To list all tables, SQLite looks into each.
         const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
-        const Piece* piece = meansAll ? m_pieces.data() : firstNamed(name);
-        while (piece != end() && (meansAll || piece->name.compare(name) == 0) &&
+        const Piece* piece = meansAll ? m_pieces.begin() : firstNamed(name);
+        while (piece != m_pieces.end() && (meansAll || piece->name.compare(name) == 0) &&
                cost.nodes <= MOST_NODES) {
             if (!piece->isLocal) {
                 cost.add(Reckoning::costOf(*this, *piece, nullptr));
@@ -479,8 +498,10 @@ CompileCost FileCode::costOfText(const char* query) const
     for (SqlTokens tokens(query); tokens.advance();) {
         queries += tokens.now().isOneOf(QUERY_WORDS) ? 1 : 0;
     }
-    FileCode code = *this;
-    code.addDefinitions(query);
+    FileCode code;
+    if (!code.m_pieces.append(m_pieces.begin(), m_pieces.size()) || !code.addDefinitions(query)) {
+        return unknownCost();
+    }
     code.sort();
     CompileCost cost = Reckoning::costOf(code, {{}, query, query, nullptr, false, true}, nullptr);
     if (queries <= 1) {

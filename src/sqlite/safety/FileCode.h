@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
 #include "SqlTokens.h"
+#include "SqliteMemory.h"
 
 /// What SQLite needs to compile a query, at the most.
 struct CompileCost {
@@ -14,6 +13,7 @@ struct CompileCost {
     std::uint32_t stackBytes = 0;
     std::uint32_t terms = 1;   ///< of a compound query
     std::uint32_t levels = 0;  ///< of pieces that name each other
+    bool isKnown = true;       ///< false: there was no memory to reckon it
 
     /// A part's stack is free again for the next one.
     void add(const CompileCost& part);
@@ -28,10 +28,13 @@ public:
     void clear();
 
     /// @param statement  a `CREATE` statement of the schema.
-    void add(const char* statement);
+    /// @return whether there was memory for it.
+    bool add(const char* statement);
 
     /// To be called once all statements have been added.
-    void finish();
+    ///
+    /// @return whether there was memory for it.
+    bool finish();
 
     /// @param[out] cost         of compiling the query; 0 nodes where it is plain.
     /// @param[out] reachesCode  whether code of the file becomes part of the query.
@@ -57,11 +60,10 @@ private:
 
     void sort();
     CompileCost costOfText(const char* query) const;
-    void addObject(const char* statement);
-    void addDefinitions(const char* statement);
+    bool addObject(const char* statement);
+    bool addDefinitions(const char* statement);
     const Piece* firstNamed(const SqlToken& name) const;
-    const Piece* end() const { return m_pieces.data() + m_pieces.size(); }
 
-    std::string m_statements;     ///< those that hold code, each with its NUL
-    std::vector<Piece> m_pieces;  ///< in the order of their names, once finished
+    SqliteList<char> m_statements;  ///< those that hold code, each with its NUL
+    SqliteList<Piece> m_pieces;     ///< in the order of their names, once finished
 };

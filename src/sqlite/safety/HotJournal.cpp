@@ -4,73 +4,32 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <cstddef>
-#include <cstring>
 #include <memory>
+#include <string_view>
 
+#include "../execute.h"
 #include "CompanionVfs.h"
+#include "SqliteMemory.h"
 
 namespace {
 
-/// How a journal that names a super-journal ends: the name's length, its checksum and these eight
-/// bytes, with which a journal begins as well. From SQLite's file format, "The Rollback Journal".
-constexpr std::size_t END_SIZE = 4 + 4 + 8;
-constexpr unsigned char MAGIC[] = {0xd9, 0xd5, 0x05, 0xf9, 0x20, 0xa1, 0x63, 0xd7};
-
-class ReadOnlyFile {
-public:
-    /// Waits for nothing, whatever has the name.
-    explicit ReadOnlyFile(const std::string& path)
-        : m_descriptor(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC))
-    {
-    }
-    ~ReadOnlyFile()
-    {
-        if (m_descriptor >= 0) {
-            close(m_descriptor);
-        }
-    }
-    ReadOnlyFile(const ReadOnlyFile&) = delete;
-    ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
-
-    bool readLast(void* bytes, std::size_t size) const
-    {
-        struct stat status = {};
-        return fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-               status.st_size >= static_cast<off_t>(size) &&
-               pread(m_descriptor, bytes, size, status.st_size - static_cast<off_t>(size)) ==
-                   static_cast<ssize_t>(size);
-    }
-
-private:
-    int m_descriptor;
-};
-
-/// The checksum is not looked at: half a name is reason enough to leave the file alone.
-bool namesSuperJournal(const std::string& journal)
+SqliteText folderOf(const char* absolutePath)
 {
-    unsigned char end[END_SIZE] = {};
-    const bool hasName = ReadOnlyFile(journal).readLast(end, sizeof end) &&
-                         std::memcmp(end + 8, MAGIC, sizeof MAGIC) == 0;
-    return hasName && (end[0] | end[1] | end[2] | end[3]) != 0;
+    const std::size_t length = std::string_view(absolutePath).rfind('/') + 1;
+    return SqliteText(sqlite3_mprintf("%.*s", static_cast<int>(length), absolutePath));
 }
 
-std::string folderOf(const std::string& absolutePath)
+bool isWritable(const char* path)
 {
-    return absolutePath.substr(0, absolutePath.rfind('/') + 1);
-}
-
-bool isWritable(const std::string& path)
-{
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    return faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) == 0;
 }
 
 /// @return whether the folder lets its files be removed only by their owner, who is somebody else.
-bool isKeptBySomebodyElse(const std::string& folder, const struct stat& file)
+bool isKeptBySomebodyElse(const char* folder, const struct stat& file)
 {
-    struct stat status = {};
+    struct stat status;
     const uid_t user = geteuid();
-    return stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISVTX) != 0 && user != 0 &&
+    return stat(folder, &status) == 0 && (status.st_mode & S_ISVTX) != 0 && user != 0 &&
            user != status.st_uid && user != file.st_uid;
 }
 
@@ -84,10 +43,10 @@ bool isSame(const struct stat& one, const struct stat& other)
 /// SQLite rolls back before it reads: this smallest read there is, of the file's first page.
 int readHeader(sqlite3* db)
 {
-    return sqlite3_exec(db, "PRAGMA schema_version", nullptr, nullptr, nullptr);
+    return execute(db, "PRAGMA schema_version");
 }
 
-int rollBackFile(const std::string& database, int busyTimeoutMs)
+int rollBackFile(const char* database, int busyTimeoutMs)
 {
     CompanionVfs vfs(CompanionVfs::Use::ROLLING_BACK);
     sqlite3* opened = nullptr;
@@ -104,17 +63,17 @@ int rollBackFile(const std::string& database, int busyTimeoutMs)
 
 }  // namespace
 
-bool HotJournal::blocks(sqlite3* db)
+bool HotJournal::blocks(sqlite3* db) noexcept
 {
     return sqlite3_extended_errcode(db) == SQLITE_READONLY_ROLLBACK;
 }
 
-bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs)
+bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs) noexcept
 {
-    const std::string database = sqlite3_db_filename(db, "main");
-    const std::string journal = database + "-journal";
-    struct stat status = {};
-    if (lstat(journal.c_str(), &status) != 0 || !isWorthATry(database, journal, status)) {
+    const char* const database = sqlite3_db_filename(db, "main");
+    const char* const journal = sqlite3_filename_journal(database);
+    struct stat status;
+    if (lstat(journal, &status) != 0 || !isWorthATry(database, journal, status)) {
         return false;
     }
     const int code = rollBackFile(database, busyTimeoutMs);
@@ -125,11 +84,14 @@ bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs)
     return isLocked;
 }
 
-bool HotJournal::isWorthATry(const std::string& database, const std::string& journal,
-                             const struct stat& status) const
+bool HotJournal::isWorthATry(const char* database, const char* journal,
+                             const struct stat& status) const noexcept
 {
-    const std::string folder = folderOf(database);
-    return S_ISREG(status.st_mode) && !isSame(status, m_stayed) && isWritable(database) &&
-           isWritable(journal) && isWritable(folder) && !isKeptBySomebodyElse(folder, status) &&
-           !namesSuperJournal(journal);
+    if (!S_ISREG(status.st_mode) || isSame(status, m_stayed) || !isWritable(database) ||
+        !isWritable(journal)) {
+        return false;
+    }
+    const SqliteText folder = folderOf(database);
+    return folder != nullptr && isWritable(folder.get()) &&
+           !isKeptBySomebodyElse(folder.get(), status);
 }

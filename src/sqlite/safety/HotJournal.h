@@ -2,8 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <string>
-
 struct sqlite3;
 
 /// What a writer that dies in mid-transaction, in a power cut for instance, leaves behind: its
@@ -12,7 +10,7 @@ struct sqlite3;
 class HotJournal {
 public:
     /// @return whether such a journal is why the last operation on a connection failed.
-    static bool blocks(sqlite3* db);
+    static bool blocks(sqlite3* db) noexcept;
 
     /// Lets SQLite roll back a connection's file through a connection of its own.
     ///
@@ -23,11 +21,11 @@ public:
     /// @param busyTimeoutMs  how long to wait for other processes that read the file, or are at
     ///                       rolling it back already.
     /// @return whether another process has kept its lock for all that time.
-    bool rollBack(sqlite3* db, int busyTimeoutMs);
+    bool rollBack(sqlite3* db, int busyTimeoutMs) noexcept;
 
 private:
-    bool isWorthATry(const std::string& database, const std::string& journal,
-                     const struct stat& status) const;
+    bool isWorthATry(const char* database, const char* journal,
+                     const struct stat& status) const noexcept;
 
     struct stat m_stayed = {};  ///< the journal that a try has not removed
 };

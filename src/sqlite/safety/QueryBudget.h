@@ -1,7 +1,5 @@
 #pragma once
 
-#include <chrono>
-
 struct sqlite3;
 
 /// Ends whatever SQLite runs on a connection while it lives, with SQLite's "interrupted", once that
@@ -42,7 +40,6 @@ private:
     bool m_countsResult = false;
     bool m_countsAll = true;
     long long m_resultSize = 0;
-    bool m_hasStart = false;
-    std::chrono::nanoseconds m_processorTimeAtStart{};
-    std::chrono::steady_clock::time_point m_start;
+    long long m_start = -1;  ///< of the clock, in milliseconds; -1: not yet looked at
+    long long m_processorTimeAtStart = 0;
 };

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "../execute.h"
 #include "../pageCache.h"
 #include "QueryBudget.h"
 #include "databaseSize.h"
@@ -36,6 +37,13 @@ int refuse(const SqlToken& name, char** errorText)
                 errorText);
 }
 
+/// For sqlite3_exec(), which it lets end with SQLITE_ABORT where there is no memory.
+int addStatement(void* fileCode, int /*columns*/, char** row, char** /*names*/)
+{
+    // The index of a key has no statement.
+    return *row == nullptr || static_cast<FileCode*>(fileCode)->add(*row) ? 0 : 1;
+}
+
 int schemaSize(sqlite3* db)
 {
     int size = 0;
@@ -46,25 +54,17 @@ int schemaSize(sqlite3* db)
 
 }  // namespace
 
-int ReadGuard::open(const std::string& path, sqlite3** db, std::string& errorText)
+int ReadGuard::open(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
-    std::unique_ptr<ReadGuard> guard(new ReadGuard);
-    int code = guard->CompanionVfs::open(path, FLAGS, db);
-    if (code == SQLITE_OK && guard->shmHasSecondLink()) {
-        sqlite3_close(*db);
-        code = guard->reopenWithoutWritingShm(FLAGS, db);
-    }
-    if (code == SQLITE_OK) {
-        static_cast<void>(guard.release());  // goes with the connection
-    } else {
-        errorText = sqlite3_errmsg(*db);
+    const int code = CompanionVfs::open(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, db);
+    if (code != SQLITE_OK) {
+        fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
         sqlite3_close(std::exchange(*db, nullptr));
     }
     return code;
 }
 
-int ReadGuard::close(sqlite3* db)
+int ReadGuard::close(sqlite3* db) noexcept
 {
     std::unique_ptr<ReadGuard> guard(of(db));
     const int code = sqlite3_close(db);
@@ -74,7 +74,7 @@ int ReadGuard::close(sqlite3* db)
     return code;
 }
 
-void ReadGuard::start(sqlite3* db)
+void ReadGuard::start(sqlite3* db) noexcept
 {
     m_db = db;
     restrictToReading(db);
@@ -91,16 +91,16 @@ void ReadGuard::start(sqlite3* db)
     sqlite3_free(errorText);
 }
 
-int ReadGuard::getTable(const std::string& sql, const Table& table, int busyTimeoutMs)
+int ReadGuard::getTable(const char* sql, const Table& table, int busyTimeoutMs) noexcept
 {
     QueryBudget budget(m_db);
-    const int code = run(sql.c_str(), table, budget);
+    const int code = run(sql, table, budget);
     if (!HotJournal::blocks(m_db)) {
         return code;
     }
     // A writer has died since the file was opened.
     const bool isLocked = m_hotJournal.rollBack(m_db, busyTimeoutMs);
-    const int codeAfterwards = run(sql.c_str(), table, budget);
+    const int codeAfterwards = run(sql, table, budget);
     return isLocked && HotJournal::blocks(m_db) ? fail(SQLITE_BUSY, table.errorText)
                                                 : codeAfterwards;
 }
@@ -129,6 +129,9 @@ int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budg
     const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost, withFileCode);
     if (tooMuch.kind != SqlToken::END) {
         return refuse(tooMuch, table.errorText);
+    }
+    if (!cost.isKnown) {
+        return fail(SQLITE_NOMEM, table.errorText);
     }
     limitQuery(m_db);
     if (cost.nodes > 0) {
@@ -176,6 +179,8 @@ int ReadGuard::readSchema(char** errorText)
     if (code == SQLITE_OK) {
         enlargePageCache(m_db);
         m_schemaSize = schemaSize(m_db);
+    } else if (code == SQLITE_NOMEM) {
+        fail(code, errorText);  // what SQLite has to say need not be about it
     } else if (*errorText == nullptr) {
         *errorText = sqlite3_mprintf("%s", sqlite3_errmsg(m_db));
     }
@@ -218,28 +223,16 @@ int ReadGuard::lookAtStatements()
 /// The next statement makes SQLite read it again.
 void ReadGuard::forgetSchema()
 {
-    sqlite3_exec(m_db, "PRAGMA writable_schema=RESET", nullptr, nullptr, nullptr);
+    execute(m_db, "PRAGMA writable_schema=RESET");
 }
 
 int ReadGuard::readStatements()
 {
     m_fileCode.clear();
-    sqlite3_stmt* prepared = nullptr;
-    int code = sqlite3_prepare_v2(m_db, "SELECT sql FROM sqlite_master", -1, &prepared, nullptr);
-    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> rows(prepared,
-                                                                          sqlite3_finalize);
-    while (code == SQLITE_OK || code == SQLITE_ROW) {
-        code = sqlite3_step(prepared);
-        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
-        if (code == SQLITE_ROW && text != nullptr) {  // the index of a key has no statement
-            m_fileCode.add(text);
-        }
-    }
-    if (code != SQLITE_DONE) {
-        return code;
-    }
-    m_fileCode.finish();
-    return SQLITE_OK;
+    const int code =
+        sqlite3_exec(m_db, "SELECT sql FROM sqlite_master", addStatement, &m_fileCode, nullptr);
+    const bool hasMemory = code == SQLITE_OK ? m_fileCode.finish() : code != SQLITE_ABORT;
+    return hasMemory ? code : SQLITE_NOMEM;
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "CompanionVfs.h"
 #include "FileCode.h"
 #include "HotJournal.h"
@@ -12,24 +10,30 @@ class QueryBudget;
 /// that a writer has left half changed. Made with its connection, it is deleted after it.
 class ReadGuard : public CompanionVfs {
 public:
-    /// Opens a database for reading, with a guard.
+    ReadGuard() noexcept : CompanionVfs(Use::READING) {}
+
+    /// Opens a database for reading. On success the guard belongs to the connection.
     ///
     /// @param[out] db         to be closed by close(); null on failure.
-    /// @param[out] errorText  on failure, SQLite's.
+    /// @param[out] errorText  on failure SQLite's, to be released with sqlite3_free(); null without
+    ///                        memory even for that.
     /// @return SQLite's result code.
-    static int open(const std::string& path, sqlite3** db, std::string& errorText);
+    int open(const char* path, sqlite3** db, char** errorText) noexcept;
 
     /// Closes any connection, and deletes its guard where it has one.
     ///
     /// @return SQLite's result code; where it is not 0, both stay.
-    static int close(sqlite3* db);
+    static int close(sqlite3* db) noexcept;
 
     /// @return the guard of a connection; null where it has none.
-    static ReadGuard* of(sqlite3* db) { return static_cast<ReadGuard*>(CompanionVfs::of(db)); }
+    static ReadGuard* of(sqlite3* db) noexcept
+    {
+        return static_cast<ReadGuard*>(CompanionVfs::of(db));
+    }
 
     /// Reads the schema, rolling back first what a dead writer has left. A failure is left to the
     /// first query.
-    void start(sqlite3* db);
+    void start(sqlite3* db) noexcept;
 
     /// Where the results of sqlite3_get_table() go.
     struct Table {
@@ -42,11 +46,9 @@ public:
     /// sqlite3_get_table(), within bounds.
     ///
     /// @param busyTimeoutMs  how long to wait for others before a rollback.
-    int getTable(const std::string& sql, const Table& table, int busyTimeoutMs);
+    int getTable(const char* sql, const Table& table, int busyTimeoutMs) noexcept;
 
 private:
-    ReadGuard() : CompanionVfs(Use::READING) {}
-
     static int authorize(void* guard, int action, const char* first, const char* second,
                          const char* schema, const char* view);
 
@@ -62,9 +64,9 @@ private:
     void forgetSchema();
 
     sqlite3* m_db = nullptr;
-    HotJournal m_hotJournal;
-    FileCode m_fileCode;
     int m_schemaSize = 0;  ///< bytes in memory of the schema that m_fileCode is of; 0: not read
     bool m_readsSchema = false;
     bool m_hasLostSchema = false;
+    FileCode m_fileCode;
+    HotJournal m_hotJournal;
 };

@@ -35,8 +35,9 @@ bool SqlToken::isOneOf(const char* words) const
     if (kind != NAME) {
         return false;
     }
-    for (const char* word = words + 1; *word != '\0'; word = std::strchr(word, ' ') + 1) {
-        if (sqlite3_strnicmp(word, text, static_cast<int>(length)) == 0 && word[length] == ' ') {
+    for (const char* word = words; word[1] != '\0'; ++word) {
+        if (*word == ' ' && sqlite3_strnicmp(word + 1, text, static_cast<int>(length)) == 0 &&
+            word[length + 1] == ' ') {
             return true;
         }
     }
@@ -88,14 +89,14 @@ SqlToken SqlTokens::read()
 void SqlTokens::skipSpaceAndComments()
 {
     while (m_at != m_end) {
-        const char next = m_end - m_at > 1 ? m_at[1] : '\0';
+        const char following = m_end - m_at > 1 ? m_at[1] : '\0';
         if (isSpace(*m_at)) {
             ++m_at;
         } else if (m_end - m_at >= 3 && std::memcmp(m_at, BYTE_ORDER_MARK, 3) == 0) {
             m_at += 3;
-        } else if (*m_at == '-' && next == '-') {
+        } else if (*m_at == '-' && following == '-') {
             skipUntil('\n');
-        } else if (*m_at == '/' && next == '*') {
+        } else if (*m_at == '/' && following == '*') {
             m_at += 2;
             do {
                 skipUntil('*');

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "../execute.h"
+
 namespace {
 
 /// The longest text, or whole row, that is read: room for eight texts of 1 MB in one row, small
@@ -54,14 +56,9 @@ void configure(sqlite3* db, int option, Switch value)
                       nullptr);  // refused by a SQLite that lacks the option
 }
 
-void execute(sqlite3* db, const char* sql)
-{
-    sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
-}
-
 }  // namespace
 
-void harden(sqlite3* db)
+void harden(sqlite3* db) noexcept
 {
     // No code from a file named in an SQL text.
     configure(db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, OFF);

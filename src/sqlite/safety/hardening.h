@@ -9,7 +9,7 @@ struct sqlite3;
 ///
 /// Everything here is a second wall: what this SQLite lacks is skipped, since a device with an
 /// older one is better off reading than not.
-void harden(sqlite3* db);
+void harden(sqlite3* db) noexcept;
 
 /// Keeps a connection that only reads from leaving anything behind: no write, no further file.
 void restrictToReading(sqlite3* db);

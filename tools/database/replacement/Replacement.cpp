@@ -176,13 +176,13 @@ void Replacement::putInPlace()
 
 void Replacement::takeOwnerAndMode()
 {
-    struct stat replaced = {};
+    struct stat old = {};
     constexpr mode_t MODE = 0644;
     constexpr mode_t ALL_BITS = 07777;
     mode_t mode = MODE;
-    if (stat(m_target.c_str(), &replaced) == 0) {
-        mode = replaced.st_mode & ALL_BITS;
-        if (fchown(m_file.number(), replaced.st_uid, replaced.st_gid) != 0) {
+    if (stat(m_target.c_str(), &old) == 0) {
+        mode = old.st_mode & ALL_BITS;
+        if (fchown(m_file.number(), old.st_uid, old.st_gid) != 0) {
             refuse(m_path, "cannot be given the owner of the old file");
         }
     }
