@@ -54,18 +54,16 @@ public:
     /// no function with side effects. A connection that can only read is held to more: no write of
     /// any kind, no temporary file, no further database (`ATTACH`, `VACUUM`), no trigger. It
     /// deletes nothing, and fails its queries where a "-journal", "-wal" or "-shm" is no regular
-    /// file; a
-    /// "-shm" with a second link is not written. What a query of it may be and take, and how it
-    /// fails beyond:
+    /// file; a "-shm" with a second link is not written. What a query of it may be and take, and
+    /// how it fails beyond:
     ///
     /// - a text, a blob or a row of 16 MiB: "string or blob too big" (18);
     /// - a pattern of `LIKE` or `GLOB` of 2,000 bytes: "LIKE or GLOB pattern too complex" (1);
     /// - an expression 200 deep: "Expression tree is too large (maximum depth 200)" (1);
     /// - 200 terms of a compound `SELECT`: "too many terms in compound SELECT" (1);
     /// - 172,032 instructions of SQLite's machine: "out of memory" (7);
-    /// - 10 s of processor time: "interrupted" (9);
-    /// - 64 times the file's size, but at least 128 MiB, of memory for its result: "interrupted"
-    /// (9).
+    /// - 10 s of processor time, to a second: "interrupted" (9);
+    /// - for its result 64 times the file's size, but at least 128 MiB: "interrupted" (9).
     ///
     /// A query that reaches a view, a generated column or a virtual table of the file may be less:
     ///
@@ -74,12 +72,10 @@ public:
     /// - 21,504 instructions;
     /// - 100 columns: "too many columns in result set" (1);
     /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions
-    /// once
-    ///   all are put together: "<name> is too complex" (1);
+    ///   once all are put together: "the query is too complex" (1);
     /// - what the stack holds: "too little stack for the query" (1);
     /// - and to its memory counts what SQLite needs to sort, for instance, and what other
-    /// connections
-    ///   of the process take meanwhile.
+    ///   connections of the process take meanwhile.
     ///
     /// @note A connection is used and closed on threads with no less stack than the one that opened
     ///       it: SQLite takes stack to let go of a schema, too. 16 KiB do for tables.

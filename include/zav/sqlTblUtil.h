@@ -116,21 +116,29 @@ inline bool readPlainDigits(const char* /*text*/, const void* /*number*/)
     return false;
 }
 
-/// Reads any text of a number cell; see setValueFromSqlResult().
+/// Reads a number of the type that `value` points to; see readFromStream().
 template <class T>
-int readFromStream(const char* cell, T* value)
+void extract(std::istream& stream, void* value)
+{
+    stream >> *static_cast<T*>(value);
+}
+
+/// Reads any text of a number cell; see setValueFromSqlResult(). Once for all types: a stream is
+/// much code.
+///
+/// @param[out] number  for extractNumber; of no meaning unless the result is 0.
+inline int readFromStream(const char* cell, const char* typeName,
+                          void (*extractNumber)(std::istream&, void*), void* number)
 {
     std::istringstream stream{std::string(cell)};
-    T number = 0;
-    stream >> number;
-    if (stream.fail()) {
-        std::string message = "casting value \"";
-        message.append(cell).append("\", typeid=").append(typeid(T).name());
-        printError(message);
-        return -1;
+    extractNumber(stream, number);
+    if (!stream.fail()) {
+        return 0;
     }
-    *value = number;
-    return 0;
+    std::string message = "casting value \"";
+    message.append(cell).append("\", typeid=").append(typeName);
+    printError(message);
+    return -1;
 }
 
 /// Decodes one cell of a result row into a number.
@@ -153,7 +161,13 @@ ZAV_EXPORT int setValueFromSqlResult(char** cell, T* value)
     if (*cell == nullptr) {
         return -1;
     }
-    return readPlainDigits(*cell, value) ? 0 : readFromStream(*cell, value);
+    T number = 0;
+    if (!readPlainDigits(*cell, &number) &&
+        readFromStream(*cell, typeid(T).name(), extract<T>, &number) != 0) {
+        return -1;
+    }
+    *value = number;
+    return 0;
 }
 
 /// @cond  instances in the library

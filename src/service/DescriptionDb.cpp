@@ -69,7 +69,7 @@ int DescriptionDb::openDb(const std::string& dbFile, bool /*ignored*/)
     }
     if (sqliteDb.openDb(dbFile, true) < 0) {
         LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::SERVICE_TAG, "openDb",
-                           "FAiled to open=", dbFile);
+                           std::string("FAiled to open=").append(dbFile));
         return -2;
     }
     m_bOpen = true;

@@ -8,10 +8,28 @@ namespace LogUtil {
 
 std::mutex logMutex;
 
+namespace {
+
 std::ostream& beginLine(const char* severity, const char* component, const char* function)
 {
     std::cout.width(0);  // one that the application has set was meant for a text of its own
     return std::cout << severity << component << "::" << function << "() ";
+}
+
+}  // namespace
+
+void writeLine(const char* severity, const char* component, const char* function,
+               const std::string& message)
+{
+    const std::lock_guard<std::mutex> lock(logMutex);
+    beginLine(severity, component, function) << message << std::endl;
+}
+
+void writeLine(const char* severity, const char* component, const char* function,
+               const char* message, const char* second, const char* third, const char* last)
+{
+    const std::lock_guard<std::mutex> lock(logMutex);
+    beginLine(severity, component, function) << message << second << third << last << std::endl;
 }
 
 }  // namespace LogUtil

@@ -28,12 +28,9 @@ constexpr int BUSY_TIMEOUT_MS = 5000;
 /// What SQLite takes for the name of a database in memory, which is empty and can be written.
 constexpr const char* MEMORY = ":memory:";
 
-/// @return why a path cannot name a database; null if it can.
+/// @return why a path cannot name a database file; null if it can.
 const char* refusalOf(const std::string& path)
 {
-    if (path == MEMORY) {
-        return nullptr;
-    }
     struct stat status;
     if (stat(path.c_str(), &status) != 0) {
         return std::strerror(errno);
@@ -44,10 +41,10 @@ const char* refusalOf(const std::string& path)
 }
 
 /// A path for SQLite, which may be built to take a name that begins with "file:" as a URI.
-std::string plainPath(const std::string& path)
+SqliteText plainPath(const std::string& path)
 {
-    std::string plain = sqlite3_strnicmp(path.c_str(), "file:", 5) == 0 ? "./" : "";
-    return plain.append(path);
+    const bool looksLikeUri = sqlite3_strnicmp(path.c_str(), "file:", 5) == 0;
+    return SqliteText(sqlite3_mprintf("%s%s", looksLikeUri ? "./" : "", path.c_str()));
 }
 
 struct Closing {
@@ -67,22 +64,6 @@ int openForWriting(const char* path, sqlite3** db, char** errorText) noexcept
     return code;
 }
 
-/// See ReadGuard::open().
-int openForReading(const char* path, sqlite3** db, char** errorText)
-{
-    std::unique_ptr<ReadGuard> guard(new ReadGuard);
-    const int code = guard->open(path, db, errorText);
-    if (code == SQLITE_OK) {
-        static_cast<void>(guard.release());  // ReadGuard::close() deletes it
-    }
-    return code;
-}
-
-bool canOnlyRead(sqlite3* db)
-{
-    return sqlite3_db_readonly(db, "main") == 1;
-}
-
 }  // namespace
 
 Sqlite3Db::Sqlite3Db(std::uint32_t dbgLevel) : m_dbgLevel(dbgLevel) {}
@@ -99,19 +80,19 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (m_pDb != nullptr) {
         return -1;
     }
-    const char* const refusal = refusalOf(path);
+    const bool isFile = path != MEMORY;
+    const char* const refusal = isFile ? refusalOf(path) : nullptr;
     if (refusal != nullptr) {
         return fail(SQLITE_CANTOPEN, refusal);
     }
-    const bool isFile = path != MEMORY;
-    const std::string name = plainPath(path);
-    const auto open = readOnly && isFile ? openForReading : openForWriting;
+    const SqliteText name = plainPath(path);
+    const auto open = readOnly && isFile ? ReadGuard::open : openForWriting;
     sqlite3* opened = nullptr;
     char* errorText = nullptr;
-    int code = open(name.c_str(), &opened, &errorText);
-    if (code == SQLITE_OK && isFile && !readOnly && canOnlyRead(opened)) {
+    int code = name == nullptr ? SQLITE_NOMEM : open(name.get(), &opened, &errorText);
+    if (code == SQLITE_OK && isFile && !readOnly && sqlite3_db_readonly(opened, "main") == 1) {
         sqlite3_close(opened);
-        code = openForReading(name.c_str(), &opened, &errorText);
+        code = ReadGuard::open(name.get(), &opened, &errorText);
     }
     Connection db(opened);
     if (code != SQLITE_OK) {
@@ -119,7 +100,8 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
         return fail(code, errorText != nullptr ? errorText : sqlite3_errstr(code));
     }
     harden(db.get());
-    if (ReadGuard* const guard = ReadGuard::of(db.get())) {
+    ReadGuard* const guard = ReadGuard::of(db.get());
+    if (guard != nullptr) {
         guard->start(db.get());
     } else {
         enlargePageCache(db.get());
@@ -130,7 +112,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     m_path = path;
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
-    m_readOnly = canOnlyRead(db.get());
+    m_readOnly = guard != nullptr;
     m_pDb = db.release();
     m_dbState = STATE_OPEN;
     return 0;
@@ -183,7 +165,7 @@ int Sqlite3Db::failQuery(char* errorText, int code) const
     sqlite3_snprintf(sizeof number, number, "%d", code);
     // A failed query without an error text silences standard output: the text is written untested.
     LogUtil::writeLine(LogUtil::ERROR_PREFIX, LogUtil::ACCESS_LAYER_TAG, "getTbl",
-                       "Sql Query failed: ", errorText, " Err=", static_cast<const char*>(number));
+                       "Sql Query failed: ", errorText, " Err=", number);
     if (m_dbState == STATE_OPEN) {
         sqlite3_free(errorText);
     }

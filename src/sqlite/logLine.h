@@ -1,7 +1,6 @@
 #pragma once
 
-#include <mutex>
-#include <ostream>
+#include <string>
 
 #include "zav/LogUtil.h"
 
@@ -14,21 +13,16 @@ constexpr const char* ERROR_PREFIX = "[ERROR] ";
 constexpr const char* SERVICE_TAG = "ZAV";
 constexpr const char* ACCESS_LAYER_TAG = "SQL3";
 
-/// Writes what stands before a message.
-///
-/// @return standard output.
-std::ostream& beginLine(const char* severity, const char* component, const char* function);
-
 /// Writes one diagnostic line whole and flushes it; every line of the library comes from here.
 ///
-/// @param message  the pieces of the message, each written as it is: a null text puts standard
-///                 output into its bad state, and the rest of the line is lost.
-template <class... Message>
+/// @param message  any bytes.
 void writeLine(const char* severity, const char* component, const char* function,
-               const Message&... message)
-{
-    const std::lock_guard<std::mutex> lock(logMutex);
-    (beginLine(severity, component, function) << ... << message) << std::endl;
-}
+               const std::string& message);
+
+/// The same, of a message in pieces. A null piece puts standard output into its bad state, and the
+/// rest of the line is lost.
+void writeLine(const char* severity, const char* component, const char* function,
+               const char* message, const char* second = "", const char* third = "",
+               const char* last = "");
 
 }  // namespace LogUtil

@@ -222,7 +222,7 @@ TEST_F(Hardening, ViewsAreReadUpToSixteenHigh)
 {
     openWithSql(viewsOver(17));
     EXPECT_EQ(query(m_db, "SELECT name FROM v16"), "name|Overheat");
-    EXPECT_EQ(query(m_db, "SELECT name FROM v17"), "1: v17 is too complex");
+    EXPECT_EQ(query(m_db, "SELECT name FROM v17"), "1: the query is too complex");
 }
 
 TEST_F(Hardening, ViewsMayHaveAHundredColumns)
@@ -258,7 +258,7 @@ TEST_F(Hardening, ChangedSchemaIsLookedAtBeforeAQueryIsRunOnIt)
             }
             return sql;
         }());
-    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "1: descriptions is too complex");
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "1: the query is too complex");
 }
 
 TEST_F(Hardening, ViewCallingAnUnsafeFunctionIsRefused)

@@ -37,17 +37,20 @@ SqliteText shmOf(const char* database)
     return SqliteText(sqlite3_mprintf("%s-shm", database));
 }
 
-bool hasSecondLink(const char* path)
-{
-    struct stat status;
-    return lstat(path, &status) == 0 && status.st_nlink > 1;
-}
+/// From harmless to worst.
+enum class Companion { HARMLESS, SECOND_LINK, NO_REGULAR_FILE };
 
-/// @return whether nothing has the name, or a regular file that lstat() finds to be one.
-bool isRegularOrMissing(const char* path)
+/// What has a name is looked at, not what it may be a symbolic link to.
+Companion companionAt(const char* path)
 {
     struct stat status;
-    return lstat(path, &status) != 0 || S_ISREG(status.st_mode);
+    if (lstat(path, &status) != 0) {
+        return Companion::HARMLESS;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return Companion::NO_REGULAR_FILE;
+    }
+    return status.st_nlink > 1 ? Companion::SECOND_LINK : Companion::HARMLESS;
 }
 
 /// The checksum is not looked at: half a name is reason enough to leave the file alone.
@@ -157,8 +160,11 @@ const char* CompanionVfs::takeDatabase(const char* name) noexcept
 {
     m_database = name;
     const SqliteText shm = shmOf(name);
-    if (shm == nullptr || !hasSecondLink(shm.get())) {
-        return shm == nullptr ? nullptr : name;
+    if (shm == nullptr) {
+        return nullptr;
+    }
+    if (companionAt(shm.get()) != Companion::SECOND_LINK) {
+        return name;
     }
     const char* parameters[] = {"readonly_shm", "1"};
     m_nameNotToWriteShm = sqlite3_create_filename(name, "", "", 1, parameters);
@@ -167,14 +173,19 @@ const char* CompanionVfs::takeDatabase(const char* name) noexcept
 
 bool CompanionVfs::mayOpen(const char* name, int flags) const noexcept
 {
-    if ((flags & SQLITE_OPEN_SUPER_JOURNAL) != 0) {
+    const bool isLog = (flags & SQLITE_OPEN_WAL) != 0;
+    if (!isLog && (flags & SQLITE_OPEN_MAIN_JOURNAL) == 0) {
+        return (flags & SQLITE_OPEN_SUPER_JOURNAL) == 0;
+    }
+    if (companionAt(name) == Companion::NO_REGULAR_FILE) {
         return false;
     }
-    if ((flags & SQLITE_OPEN_WAL) != 0) {
-        // SQLite opens the "-shm" right after the log, and not through its VFS.
-        const SqliteText shm = shmOf(m_database);
-        return shm != nullptr && isRegularOrMissing(name) && isRegularOrMissing(shm.get()) &&
-               (m_nameNotToWriteShm != nullptr || !hasSecondLink(shm.get()));
+    if (!isLog) {
+        return true;
     }
-    return (flags & SQLITE_OPEN_MAIN_JOURNAL) == 0 || isRegularOrMissing(name);
+    // SQLite opens the "-shm" right after the log, and not through its VFS.
+    const SqliteText shm = shmOf(m_database);
+    const Companion worst =
+        m_nameNotToWriteShm == nullptr ? Companion::HARMLESS : Companion::SECOND_LINK;
+    return shm != nullptr && companionAt(shm.get()) <= worst;
 }

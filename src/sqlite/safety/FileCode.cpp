@@ -12,8 +12,8 @@ namespace {
 /// Of up to 600 bytes each: 60 MB.
 constexpr std::uint32_t MOST_NODES = 100000;
 
-/// Views over views, and common table expressions and generated columns over each other.
-constexpr std::uint32_t MOST_LEVELS = 16;
+/// The query, and views over views, common table expressions and generated columns over each other.
+constexpr std::uint32_t MOST_LEVELS = 17;
 
 /// Of a compound, of which SQLite makes no more than some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
@@ -42,18 +42,14 @@ constexpr const char* OPERATORS =
 /// In bytes: a query of a table, by a column. What could do harm is longer.
 constexpr std::size_t LONGEST_PLAIN_QUERY = 100;
 
+/// The functions of JSON are refused in a schema, its tables are not.
+constexpr const char* JSON_TABLES = " json_each json_tree ";
+
 constexpr const char* QUERY_WORDS = " select with values ";
 
 std::uint32_t capped(std::uint64_t nodes)
 {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(nodes, MOST_NODES + 1));
-}
-
-CompileCost unknownCost()
-{
-    CompileCost cost;
-    cost.isKnown = false;
-    return cost;
 }
 
 /// How often each name occurs, or a little more: names share their counters.
@@ -78,18 +74,10 @@ public:
     std::uint32_t most() const { return *std::max_element(m_counts, m_counts + COUNTERS); }
 
 private:
-    static constexpr int COUNTERS = 251;
+    static constexpr int COUNTERS = 256;
 
     std::uint32_t m_counts[COUNTERS] = {};
 };
-
-/// The functions of JSON are refused in a schema, its tables "json_each" and "json_tree" are not.
-bool isJsonTable(const SqlToken& name)
-{
-    constexpr const char* PREFIX = "json_";
-    return name.length == std::strlen("json_each") &&
-           sqlite3_strnicmp(name.text, PREFIX, static_cast<int>(std::strlen(PREFIX))) == 0;
-}
 
 bool holdsCode(const char* statement)
 {
@@ -109,21 +97,24 @@ void CompileCost::add(const CompileCost& part)
     nodes = capped(std::uint64_t{nodes} + part.nodes);
     stackBytes = std::max(stackBytes, part.stackBytes);
     levels = std::max(levels, part.levels);
-    isKnown = isKnown && part.isKnown;
 }
 
 /// Adds up what one piece costs, with all that it names. On the heap: there may be little stack.
 class FileCode::Reckoning : public InSqliteMemory {
 public:
     /// @param above  the reckoning that has come upon this piece; null for the first.
-    static CompileCost costOf(const FileCode& code, const Piece& piece, Reckoning* above)
+    static CompileCost costOf(FileCode& code, Piece& piece, Reckoning* above)
     {
         if (piece.cost.levels > 0) {
             return piece.cost;
         }
         const std::unique_ptr<Reckoning> reckoning(new Reckoning(code, piece, above));
-        const CompileCost cost = reckoning != nullptr ? reckoning->total() : unknownCost();
-        if (cost.isKnown && reckoning->m_isWhole && cost.nodes <= MOST_NODES) {
+        if (reckoning == nullptr) {
+            code.m_hadMemory = false;
+            return {};
+        }
+        const CompileCost cost = reckoning->total();
+        if (reckoning->m_isWhole && cost.nodes <= MOST_NODES) {
             piece.cost = cost;
         } else if (above != nullptr) {
             above->m_isWhole = false;
@@ -150,7 +141,7 @@ private:
         std::uint32_t deepest = 0;
     };
 
-    Reckoning(const FileCode& code, const Piece& piece, Reckoning* above)
+    Reckoning(FileCode& code, const Piece& piece, Reckoning* above)
         : m_code(code),
           m_piece(piece),
           m_above(above),
@@ -160,19 +151,21 @@ private:
     }
 
     CompileCost total();
-    bool open(bool isQuery, bool isDefinition);
+    void open(bool isQuery, bool isDefinition);
     void close();
     void take();
     void takeClause();
     void takeName();
     void addPiecesNamed(const SqlToken& name);
-    void addPart(CompileCost part, bool isQuery);
+    void addShadows();
+    void addPiece(Piece& piece);
+    void addPart(CompileCost& part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
     bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
 
-    const FileCode& m_code;
+    FileCode& m_code;
     const Piece& m_piece;
     Reckoning* m_above;
     bool m_isWhole = true;  ///< nothing has been left out because it is being reckoned above
@@ -185,22 +178,18 @@ private:
 
 CompileCost FileCode::Reckoning::total()
 {
-    bool hasMemory = open(m_piece.isQuery, true);
-    while (hasMemory && m_level <= MOST_LEVELS && m_scope->cost.nodes <= MOST_NODES &&
-           m_tokens.advance()) {
+    open(m_piece.isQuery, true);
+    if (m_code.m_hadMemory && !m_piece.isQuery && !m_piece.isLocal) {
+        addShadows();
+    }
+    while (m_code.m_hadMemory && m_scope->cost.nodes <= MOST_NODES && m_tokens.advance()) {
         if (m_tokens.opens()) {
-            hasMemory = open(m_tokens.opensQuery(), m_tokens.opensDefinition());
+            open(m_tokens.opensQuery(), m_tokens.opensDefinition());
         } else if (!m_tokens.closes()) {
             take();
         } else if (m_scopes > 1) {
             close();
         }
-    }
-    if (!hasMemory) {
-        return unknownCost();
-    }
-    if (m_level > MOST_LEVELS || m_scopes > MOST_SCOPES) {
-        m_scope->cost.nodes = MOST_NODES + 1;
     }
     while (m_scope != nullptr) {
         close();
@@ -211,16 +200,15 @@ CompileCost FileCode::Reckoning::total()
     return m_cost;
 }
 
-/// @return whether there was memory for it.
-bool FileCode::Reckoning::open(bool isQuery, bool isDefinition)
+void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
 {
-    if (m_scopes > MOST_SCOPES) {
-        return true;
-    }
     std::unique_ptr<Scope> scope(new Scope);
     if (scope == nullptr) {
-        return false;
+        m_code.m_hadMemory = false;
+        return;
     }
+    const bool isTooDeep = m_level > MOST_LEVELS || m_scopes == MOST_SCOPES;
+    scope->cost.nodes = isTooDeep ? MOST_NODES + 1 : 0;
     ++m_scopes;
     scope->isQuery = isQuery;
     scope->isDefinition = isDefinition;
@@ -230,7 +218,6 @@ bool FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
-    return true;
 }
 
 void FileCode::Reckoning::close()
@@ -241,7 +228,7 @@ void FileCode::Reckoning::close()
     const std::unique_ptr<Scope> closed = std::move(m_scope);
     m_scope = std::move(closed->outer);
     CompileCost all = {closed->nodesBefore, closed->cost.stackBytes + closed->ownStack,
-                       closed->termsBefore, closed->cost.levels, closed->cost.isKnown};
+                       closed->termsBefore, closed->cost.levels};
     if (closed->isQuery || closed->isDefinition) {
         all.stackBytes += STACK_OF_LEVEL + (closed->termsBefore - 1) * STACK_OF_COMPOUND_TERM +
                           closed->deepest * STACK_OF_OPERATOR;
@@ -256,7 +243,7 @@ void FileCode::Reckoning::close()
 
 /// Adds what stands in the scope, or what is named there. A compound that is joined makes as many
 /// terms of each term that joins it.
-void FileCode::Reckoning::addPart(CompileCost part, bool isQuery)
+void FileCode::Reckoning::addPart(CompileCost& part, bool isQuery)
 {
     if (m_scope->isInFrom) {
         m_scope->terms = std::min(m_scope->terms * part.terms, MOST_TERMS);
@@ -293,7 +280,7 @@ void FileCode::Reckoning::takeClause()
     if (token.isOneOf(" from join ")) {
         m_scope->isInFrom = true;
         m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
-    } else if (token.isOneOf(" select where group order having limit values ")) {
+    } else if (!token.isSymbol(',') && !token.isOneOf(" as on using when then else ")) {
         m_scope->isInFrom = false;
     }
     m_scope->isInCondition = token.isOneOf(" on using ");
@@ -302,13 +289,14 @@ void FileCode::Reckoning::takeClause()
 void FileCode::Reckoning::takeName()
 {
     m_scope->ownStack += m_tokens.now().isOneOf(" over ") ? STACK_OF_WINDOW : 0;
-    m_scope->ownStack += isJsonTable(m_tokens.now()) ? STACK_OF_JSON : 0;
-    if (m_tokens.isFunction() || m_tokens.isQualifier() || m_tokens.isAlias()) {
+    m_scope->ownStack += m_tokens.now().isIn(JSON_TABLES) ? STACK_OF_JSON : 0;
+    if (m_tokens.isQualifier() || m_tokens.isAlias()) {
         return;
     }
     const SqlToken& token = m_tokens.now();
     const bool isInList = token.kind == SqlToken::NUMBER && !m_scope->isQuery;
-    if (token.kind != SqlToken::STRING && !isInList && namesColumns()) {
+    const bool isName = token.kind != SqlToken::STRING && !m_tokens.isFunction();
+    if (isName && !isInList && namesColumns()) {
         m_scope->names.add(token);  // or a number, by which ORDER BY means a column
     }
     addPiecesNamed(token);
@@ -316,16 +304,37 @@ void FileCode::Reckoning::takeName()
 
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
-    for (const Piece* piece = m_code.firstNamed(name);
-         piece != m_code.m_pieces.end() && piece->name.compare(name) == 0 &&
-         m_scope->cost.nodes <= MOST_NODES;
-         ++piece) {
-        const bool isKnownHere = !piece->isLocal || piece->statement == m_piece.statement;
-        if (isKnownHere && isKnownAbove(*piece)) {
-            m_isWhole = m_isWhole && piece == &m_piece;
-        } else if (isKnownHere) {
-            addPart(costOf(m_code, *piece, this), piece->isQuery);
+    // To list all tables, SQLite looks into each.
+    const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
+    Piece* piece = meansAll ? m_code.m_pieces.begin() : m_code.firstNamed(name);
+    while (piece != m_code.m_pieces.end() && (meansAll || piece->name.compare(name) == 0) &&
+           m_scope->cost.nodes <= MOST_NODES) {
+        addPiece(*piece++);
+    }
+}
+
+/// A virtual table reads its rows from tables that are named after it, or from what else has these
+/// names.
+void FileCode::Reckoning::addShadows()
+{
+    const SqlToken& name = m_piece.name;
+    for (Piece* piece = m_code.firstNamed(name);
+         piece != m_code.m_pieces.end() && piece->name.beginsWith(name); ++piece) {
+        if (piece->name.text[name.length] == '_') {
+            addPiece(*piece);
         }
+    }
+}
+
+void FileCode::Reckoning::addPiece(Piece& piece)
+{
+    const bool isKnownHere = !piece.isLocal || piece.statement == m_piece.statement;
+    if (isKnownHere && isKnownAbove(piece)) {
+        m_isWhole = m_isWhole && &piece == &m_piece;
+    } else if (isKnownHere) {
+        CompileCost part = costOf(m_code, piece, this);
+        addPart(part, piece.isQuery);
+        m_code.m_takesPart = m_code.m_takesPart || !piece.isLocal;
     }
 }
 
@@ -369,23 +378,24 @@ void FileCode::clear()
 {
     m_statements.clear();
     m_pieces.clear();
+    m_hadMemory = true;
 }
 
-bool FileCode::add(const char* statement)
+void FileCode::add(const char* statement)
 {
-    return !holdsCode(statement) || m_statements.append(statement, std::strlen(statement) + 1);
+    if (holdsCode(statement) && !m_statements.append(statement, std::strlen(statement) + 1)) {
+        m_hadMemory = false;
+    }
 }
 
-bool FileCode::finish()
+void FileCode::finish()
 {
     for (const char* statement = m_statements.begin(); statement != m_statements.end();
          statement += std::strlen(statement) + 1) {
-        if (!addObject(statement) || !addDefinitions(statement)) {
-            return false;
-        }
+        addObject(statement);
+        addDefinitions(statement);
     }
     sort();
-    return true;
 }
 
 void FileCode::sort()
@@ -397,7 +407,7 @@ void FileCode::sort()
                });
 }
 
-bool FileCode::addObject(const char* statement)
+void FileCode::addObject(const char* statement)
 {
     SqlTokens tokens(statement);
     while (tokens.advance() && !tokens.now().isOneOf(" view table ")) {
@@ -414,45 +424,52 @@ bool FileCode::addObject(const char* statement)
     const SqlToken name = tokens.now();
     while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
     }
-    const Piece object = {name,    statement, isView ? tokens.next().text : statement,
-                          nullptr, false,     isView};
-    return m_pieces.append(&object, 1);
+    addPiece({name, statement, isView ? tokens.next().text : statement, nullptr, false, isView});
 }
 
-bool FileCode::addDefinitions(const char* statement)
+void FileCode::addPiece(const Piece& piece)
+{
+    if (!m_pieces.append(&piece, 1)) {
+        m_hadMemory = false;
+    }
+}
+
+void FileCode::addDefinitions(const char* statement)
 {
     // One entry for each open parenthesis. What follows it, a comma or WITH is the name of the
     // definition to come.
     SqliteList<Piece> scopes;
-    const Piece all = {};
-    bool hasMemory = scopes.append(&all, 1);
+    Piece scope = {};
     SqlTokens tokens(statement);
-    while (hasMemory && tokens.advance()) {
-        SqlToken& name = scopes.last().name;
+    do {
         if (tokens.opens()) {
-            const Piece opened = {{},
-                                  statement,
-                                  tokens.next().text,
-                                  nullptr,
-                                  tokens.opensDefinition(),
-                                  tokens.opensQuery()};
-            hasMemory = scopes.append(&opened, 1);
-        } else if (tokens.closes() && scopes.size() > 1) {
-            Piece closed = scopes.last();
+            if (!scopes.append(&scope, 1)) {
+                m_hadMemory = false;
+            }
+            scope = {{},
+                     statement,
+                     tokens.next().text,
+                     nullptr,
+                     tokens.opensDefinition(),
+                     tokens.opensQuery()};
+        } else if (tokens.closes() && scopes.size() > 0) {
+            Piece closed = scope;
+            scope = scopes.last();
             scopes.removeLast();
-            closed.name = scopes.last().name;
+            closed.name = scope.name;
             closed.end = tokens.now().text;
-            hasMemory = !closed.isLocal || m_pieces.append(&closed, 1);
+            if (closed.isLocal) {
+                addPiece(closed);
+            }
         } else if (tokens.now().isOneOf(" with recursive ") || tokens.now().isSymbol(',')) {
-            name = {};
-        } else if (name.kind == SqlToken::END) {
-            name = tokens.now();
+            scope.name = {};
+        } else if (scope.name.kind == SqlToken::END) {
+            scope.name = tokens.now();
         }
-    }
-    return hasMemory;
+    } while (tokens.advance());
 }
 
-const FileCode::Piece* FileCode::firstNamed(const SqlToken& name) const
+FileCode::Piece* FileCode::firstNamed(const SqlToken& name) const
 {
     return std::partition_point(m_pieces.begin(), m_pieces.end(),
                                 [&](const Piece& piece) { return piece.name.compare(name) < 0; });
@@ -465,47 +482,26 @@ bool FileCode::has(const char* name) const
     return piece != m_pieces.end() && piece->name.compare(token) == 0;
 }
 
-SqlToken FileCode::tooMuchIn(const char* query, CompileCost& cost, bool& reachesCode) const
+bool FileCode::isTooMuch(const char* query, CompileCost& cost)
 {
-    SqlTokens tokens(query);
-    while (m_pieces.size() > 0 && tokens.advance()) {
-        const SqlToken& name = tokens.now();
-        // To list all tables, SQLite looks into each.
-        const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
-        const Piece* piece = meansAll ? m_pieces.begin() : firstNamed(name);
-        while (piece != m_pieces.end() && (meansAll || piece->name.compare(name) == 0) &&
-               cost.nodes <= MOST_NODES) {
-            if (!piece->isLocal) {
-                cost.add(Reckoning::costOf(*this, *piece, nullptr));
-                reachesCode = true;
-            }
-            ++piece;
-        }
-        if (cost.nodes > MOST_NODES) {
-            return name;
-        }
+    m_hadMemory = true;
+    m_takesPart = false;
+    if (m_pieces.size() == 0 && std::strlen(query) <= LONGEST_PLAIN_QUERY) {
+        return false;
     }
-    if (std::strlen(query) > LONGEST_PLAIN_QUERY) {
-        cost.add(costOfText(query));
-    }
-    return cost.nodes <= MOST_NODES ? SqlToken() : SqlToken{"the query", 9, SqlToken::NAME};
-}
-
-// The lookups name a column of the file as it is named there, and any SQL may be its name.
-CompileCost FileCode::costOfText(const char* query) const
-{
+    // The lookups name a column of the file as it is named there, and any SQL may be its name.
     int queries = 0;
     for (SqlTokens tokens(query); tokens.advance();) {
         queries += tokens.now().isOneOf(QUERY_WORDS) ? 1 : 0;
     }
     FileCode code;
-    if (!code.m_pieces.append(m_pieces.begin(), m_pieces.size()) || !code.addDefinitions(query)) {
-        return unknownCost();
-    }
+    code.m_hadMemory = code.m_pieces.append(m_pieces.begin(), m_pieces.size());
+    code.addDefinitions(query);
     code.sort();
-    CompileCost cost = Reckoning::costOf(code, {{}, query, query, nullptr, false, true}, nullptr);
-    if (queries <= 1) {
-        cost.nodes = std::min(cost.nodes, MOST_NODES);  // however long, nothing in it multiplies
-    }
-    return cost;
+    Piece all = {{}, query, query, nullptr, false, true};
+    cost = Reckoning::costOf(code, all, nullptr);
+    m_hadMemory = code.m_hadMemory;
+    m_takesPart = code.m_takesPart;
+    // However long a single query is, nothing in it multiplies.
+    return cost.nodes > MOST_NODES && (queries > 1 || m_takesPart);
 }

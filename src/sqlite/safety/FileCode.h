@@ -13,7 +13,6 @@ struct CompileCost {
     std::uint32_t stackBytes = 0;
     std::uint32_t terms = 1;   ///< of a compound query
     std::uint32_t levels = 0;  ///< of pieces that name each other
-    bool isKnown = true;       ///< false: there was no memory to reckon it
 
     /// A part's stack is free again for the next one.
     void add(const CompileCost& part);
@@ -23,27 +22,31 @@ struct CompileCost {
 /// generated columns, virtual tables. It was written by whoever made the file, and SQLite compiles
 /// it without a bound: views over views take as much stack as they are high, and where each names
 /// the one below twice, they double at each step.
+///
+/// Where there is no memory, it goes on with less; hadMemory() tells.
 class FileCode {
 public:
     void clear();
 
     /// @param statement  a `CREATE` statement of the schema.
-    /// @return whether there was memory for it.
-    bool add(const char* statement);
+    void add(const char* statement);
 
     /// To be called once all statements have been added.
-    ///
-    /// @return whether there was memory for it.
-    bool finish();
+    void finish();
 
-    /// @param[out] cost         of compiling the query; 0 nodes where it is plain.
-    /// @param[out] reachesCode  whether code of the file becomes part of the query.
-    /// @return the first name in the query whose code is more than may be compiled; a token of the
-    ///         kind END when all may be.
-    SqlToken tooMuchIn(const char* query, CompileCost& cost, bool& reachesCode) const;
+    /// @param[out] cost  of compiling the query; 0 nodes where it is plain.
+    /// @return whether that is more than may be compiled.
+    bool isTooMuch(const char* query, CompileCost& cost);
+
+    /// @return whether code of the file becomes part of the query that isTooMuch() was asked for
+    /// last.
+    bool takesPart() const { return m_takesPart; }
 
     /// @return whether code of the file is part of what has the name.
     bool has(const char* name) const;
+
+    /// @return whether all that has been asked for since clear() could be done.
+    bool hadMemory() const { return m_hadMemory; }
 
 private:
     /// A view, a table, a common table expression or a generated column.
@@ -54,16 +57,18 @@ private:
         const char* end;
         bool isLocal;  ///< known only in its statement
         bool isQuery;
-        mutable CompileCost cost = {};  ///< once it has been reckoned: 0 levels before
+        CompileCost cost = {};  ///< once it has been reckoned: 0 levels before
     };
     class Reckoning;
 
     void sort();
-    CompileCost costOfText(const char* query) const;
-    bool addObject(const char* statement);
-    bool addDefinitions(const char* statement);
-    const Piece* firstNamed(const SqlToken& name) const;
+    void addObject(const char* statement);
+    void addDefinitions(const char* statement);
+    void addPiece(const Piece& piece);
+    Piece* firstNamed(const SqlToken& name) const;
 
     SqliteList<char> m_statements;  ///< those that hold code, each with its NUL
     SqliteList<Piece> m_pieces;     ///< in the order of their names, once finished
+    bool m_takesPart = false;
+    bool m_hadMemory = true;
 };

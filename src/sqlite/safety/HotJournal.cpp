@@ -35,8 +35,7 @@ bool isKeptBySomebodyElse(const char* folder, const struct stat& file)
 
 bool isSame(const struct stat& one, const struct stat& other)
 {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino &&
-           one.st_size == other.st_size && one.st_mtim.tv_sec == other.st_mtim.tv_sec &&
+    return one.st_ino == other.st_ino && one.st_mtim.tv_sec == other.st_mtim.tv_sec &&
            one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
 }
 
@@ -73,7 +72,7 @@ bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs) noexcept
     const char* const database = sqlite3_db_filename(db, "main");
     const char* const journal = sqlite3_filename_journal(database);
     struct stat status;
-    if (lstat(journal, &status) != 0 || !isWorthATry(database, journal, status)) {
+    if (lstat(journal, &status) != 0 || !isWorthATry(database, status)) {
         return false;
     }
     const int code = rollBackFile(database, busyTimeoutMs);
@@ -84,11 +83,9 @@ bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs) noexcept
     return isLocked;
 }
 
-bool HotJournal::isWorthATry(const char* database, const char* journal,
-                             const struct stat& status) const noexcept
+bool HotJournal::isWorthATry(const char* database, const struct stat& status) const noexcept
 {
-    if (!S_ISREG(status.st_mode) || isSame(status, m_stayed) || !isWritable(database) ||
-        !isWritable(journal)) {
+    if (!S_ISREG(status.st_mode) || isSame(status, m_stayed)) {
         return false;
     }
     const SqliteText folder = folderOf(database);

@@ -14,9 +14,10 @@ public:
 
     /// Lets SQLite roll back a connection's file through a connection of its own.
     ///
-    /// Not tried, so that nothing changes: where the file, its journal or their folder cannot be
-    /// written; where the journal names a super-journal, which only the program that wrote it
-    /// knows how to judge; and for a journal that a first try has left as it was.
+    /// So that nothing changes, it is not tried where the folder cannot be written, and not again
+    /// for a journal that a first try has left as it was; and the try ends before it changes
+    /// anything where the file or its journal cannot be written, or where the journal names a
+    /// super-journal, which only the program that wrote it knows how to judge.
     ///
     /// @param busyTimeoutMs  how long to wait for other processes that read the file, or are at
     ///                       rolling it back already.
@@ -24,8 +25,7 @@ public:
     bool rollBack(sqlite3* db, int busyTimeoutMs) noexcept;
 
 private:
-    bool isWorthATry(const char* database, const char* journal,
-                     const struct stat& status) const noexcept;
+    bool isWorthATry(const char* database, const struct stat& journal) const noexcept;
 
     struct stat m_stayed = {};  ///< the journal that a try has not removed
 };

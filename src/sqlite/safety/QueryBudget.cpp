@@ -15,7 +15,7 @@ constexpr int STEPS_PER_LOOK = 250;
 
 /// Of the processor's time, so that neither a busy device nor a wait for a writer counts. Reading a
 /// hundred thousand texts takes a slow device one second.
-constexpr long long MOST_MILLISECONDS = 10000;
+constexpr int MOST_SECONDS = 10;
 
 /// A cell takes one byte of the file at the least and some 40 bytes of a result: a table as it was
 /// created comes to no more than this, a view without end does.
@@ -28,11 +28,12 @@ constexpr long long MOST_MEMORY_OF_SMALL_FILE = 128LL * 1024 * 1024;
 /// and a copy of its text, which takes no less than three words.
 constexpr int MOST_OVERHEAD_OF_CELL = 5 * sizeof(char*);
 
-long long millisecondsOf(clockid_t clock)
+/// Whole seconds: 10 of them are at least 9 and no more than 10.
+int secondsOf(clockid_t clock)
 {
     timespec time = {};
     clock_gettime(clock, &time);
-    return static_cast<long long>(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
+    return static_cast<int>(time.tv_sec);
 }
 
 }  // namespace
@@ -97,11 +98,11 @@ bool QueryBudget::takesTooMuchMemory()
 // The processor's time never outruns the clock, which unlike it can be read without a system call.
 bool QueryBudget::takesTooLong()
 {
-    const long long now = millisecondsOf(CLOCK_MONOTONIC);
+    const int now = secondsOf(CLOCK_MONOTONIC);
     if (m_start < 0) {
         m_start = now;
-        m_processorTimeAtStart = millisecondsOf(CLOCK_THREAD_CPUTIME_ID);
+        m_processorTimeAtStart = secondsOf(CLOCK_THREAD_CPUTIME_ID);
     }
-    return now - m_start > MOST_MILLISECONDS &&
-           millisecondsOf(CLOCK_THREAD_CPUTIME_ID) - m_processorTimeAtStart > MOST_MILLISECONDS;
+    return now - m_start >= MOST_SECONDS &&
+           secondsOf(CLOCK_THREAD_CPUTIME_ID) - m_processorTimeAtStart >= MOST_SECONDS;
 }

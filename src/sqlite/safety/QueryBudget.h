@@ -40,6 +40,6 @@ private:
     bool m_countsResult = false;
     bool m_countsAll = true;
     long long m_resultSize = 0;
-    long long m_start = -1;  ///< of the clock, in milliseconds; -1: not yet looked at
-    long long m_processorTimeAtStart = 0;
+    int m_start = -1;  ///< of the clock, in seconds; -1: not yet looked at
+    int m_processorTimeAtStart = 0;
 };

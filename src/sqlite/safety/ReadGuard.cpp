@@ -1,6 +1,5 @@
 #include "ReadGuard.h"
 
-#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -30,18 +29,17 @@ int fail(int code, char** errorText)
     return fail(code, sqlite3_mprintf("%s", sqlite3_errstr(code)), errorText);
 }
 
-int refuse(const SqlToken& name, char** errorText)
+int refuse(const char* what, char** errorText)
 {
-    return fail(SQLITE_ERROR,
-                sqlite3_mprintf("%.*s is too complex", static_cast<int>(name.length), name.text),
-                errorText);
+    return fail(SQLITE_ERROR, sqlite3_mprintf("%s is too complex", what), errorText);
 }
 
-/// For sqlite3_exec(), which it lets end with SQLITE_ABORT where there is no memory.
 int addStatement(void* fileCode, int /*columns*/, char** row, char** /*names*/)
 {
-    // The index of a key has no statement.
-    return *row == nullptr || static_cast<FileCode*>(fileCode)->add(*row) ? 0 : 1;
+    if (*row != nullptr) {  // the index of a key has no statement
+        static_cast<FileCode*>(fileCode)->add(*row);
+    }
+    return 0;
 }
 
 int schemaSize(sqlite3* db)
@@ -56,8 +54,15 @@ int schemaSize(sqlite3* db)
 
 int ReadGuard::open(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    const int code = CompanionVfs::open(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, db);
-    if (code != SQLITE_OK) {
+    std::unique_ptr<ReadGuard> guard(new ReadGuard);
+    if (guard == nullptr) {
+        return SQLITE_NOMEM;
+    }
+    constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
+    const int code = guard->CompanionVfs::open(path, FLAGS, db);
+    if (code == SQLITE_OK) {
+        static_cast<void>(guard.release());  // goes with the connection
+    } else {
         fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
         sqlite3_close(std::exchange(*db, nullptr));
     }
@@ -125,13 +130,12 @@ int ReadGuard::run(const char* sql, const Table& table, QueryBudget& budget)
 int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budget)
 {
     CompileCost cost;
-    bool withFileCode = false;
-    const SqlToken tooMuch = m_fileCode.tooMuchIn(sql, cost, withFileCode);
-    if (tooMuch.kind != SqlToken::END) {
-        return refuse(tooMuch, table.errorText);
-    }
-    if (!cost.isKnown) {
+    const bool isTooMuch = m_fileCode.isTooMuch(sql, cost);
+    if (!m_fileCode.hadMemory()) {
         return fail(SQLITE_NOMEM, table.errorText);
+    }
+    if (isTooMuch) {
+        return refuse("the query", table.errorText);
     }
     limitQuery(m_db);
     if (cost.nodes > 0) {
@@ -141,23 +145,24 @@ int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budg
             return fail(SQLITE_ERROR, sqlite3_mprintf("too little stack for the query"),
                         table.errorText);
         }
-        if (withFileCode) {
+        if (m_fileCode.takesPart()) {
             limitQueryWithFileCode(m_db, databaseSize(m_db), stack - needed);
             budget.lookOften();
         }
     }
-    return runWithin(budget, sql, table, withFileCode);
+    return runWithin(budget, sql, table, m_fileCode.takesPart());
 }
 
 int ReadGuard::runWithin(QueryBudget& budget, const char* sql, const Table& table,
                          bool withFileCode)
 {
-    int code = runNow(sql, table);
-    if (budget.wasEndedForMemoryOfAll()) {
+    for (;;) {
+        const int code = runNow(sql, table);
+        if (!budget.wasEndedForMemoryOfAll()) {
+            return code;
+        }
         budget.countResult(withFileCode);
-        code = runNow(sql, table);
     }
-    return code;
 }
 
 int ReadGuard::runNow(const char* sql, const Table& table)
@@ -206,7 +211,7 @@ int ReadGuard::readUnusualSchema(char** errorText)
     }
     for (const char* statistics : {"sqlite_stat1", "sqlite_stat4"}) {
         if (m_fileCode.has(statistics)) {
-            return refuse({statistics, std::strlen(statistics)}, errorText);
+            return refuse(statistics, errorText);
         }
     }
     limitSchema(m_db, stackLeft());
@@ -231,8 +236,8 @@ int ReadGuard::readStatements()
     m_fileCode.clear();
     const int code =
         sqlite3_exec(m_db, "SELECT sql FROM sqlite_master", addStatement, &m_fileCode, nullptr);
-    const bool hasMemory = code == SQLITE_OK ? m_fileCode.finish() : code != SQLITE_ABORT;
-    return hasMemory ? code : SQLITE_NOMEM;
+    m_fileCode.finish();
+    return m_fileCode.hadMemory() ? code : SQLITE_NOMEM;
 }
 
 int ReadGuard::authorize(void* guard, int action, const char* /*first*/, const char* /*second*/,

@@ -8,17 +8,15 @@ class QueryBudget;
 
 /// Stands between a connection that only reads and a file that may have been made to do harm, or
 /// that a writer has left half changed. Made with its connection, it is deleted after it.
-class ReadGuard : public CompanionVfs {
+class ReadGuard : public CompanionVfs, public InSqliteMemory {
 public:
-    ReadGuard() noexcept : CompanionVfs(Use::READING) {}
-
-    /// Opens a database for reading. On success the guard belongs to the connection.
+    /// Opens a database for reading, with a guard.
     ///
     /// @param[out] db         to be closed by close(); null on failure.
     /// @param[out] errorText  on failure SQLite's, to be released with sqlite3_free(); null without
     ///                        memory even for that.
     /// @return SQLite's result code.
-    int open(const char* path, sqlite3** db, char** errorText) noexcept;
+    static int open(const char* path, sqlite3** db, char** errorText) noexcept;
 
     /// Closes any connection, and deletes its guard where it has one.
     ///
@@ -49,6 +47,8 @@ public:
     int getTable(const char* sql, const Table& table, int busyTimeoutMs) noexcept;
 
 private:
+    ReadGuard() noexcept : CompanionVfs(Use::READING) {}
+
     static int authorize(void* guard, int action, const char* first, const char* second,
                          const char* schema, const char* view);
 

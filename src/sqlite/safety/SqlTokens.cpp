@@ -23,6 +23,12 @@ bool isOfAName(char letter)
 /// White space to SQLite, except within a name.
 constexpr const char* BYTE_ORDER_MARK = "\xef\xbb\xbf";
 
+/// What closes a quoted name or text, and but for the bracket opens it as well.
+bool isQuote(char letter)
+{
+    return letter == '"' || letter == '`' || letter == '\'' || letter == ']';
+}
+
 bool isSpace(char letter)
 {
     return letter == ' ' || (letter >= '\t' && letter <= '\r');
@@ -30,11 +36,8 @@ bool isSpace(char letter)
 
 }  // namespace
 
-bool SqlToken::isOneOf(const char* words) const
+bool SqlToken::isIn(const char* words) const
 {
-    if (kind != NAME) {
-        return false;
-    }
     for (const char* word = words; word[1] != '\0'; ++word) {
         if (*word == ' ' && sqlite3_strnicmp(word + 1, text, static_cast<int>(length)) == 0 &&
             word[length + 1] == ' ') {
@@ -42,6 +45,17 @@ bool SqlToken::isOneOf(const char* words) const
         }
     }
     return false;
+}
+
+bool SqlToken::isOneOf(const char* words) const
+{
+    return kind == NAME && isIn(words);
+}
+
+bool SqlToken::beginsWith(const SqlToken& other) const
+{
+    return length >= other.length &&
+           sqlite3_strnicmp(text, other.text, static_cast<int>(other.length)) == 0;
 }
 
 int SqlToken::compare(const SqlToken& other) const
@@ -74,16 +88,8 @@ SqlToken SqlTokens::read()
     if (isOfAName(*m_at)) {
         return readWord();
     }
-    switch (*m_at) {
-    case '"':
-    case '`':
-    case '\'':
-        return readQuoted(*m_at);
-    case '[':
-        return readQuoted(']');
-    default:
-        return {m_at++, 1, SqlToken::SYMBOL};
-    }
+    const char closing = *m_at == '[' ? ']' : *m_at;
+    return isQuote(closing) ? readQuoted(closing) : SqlToken{m_at++, 1, SqlToken::SYMBOL};
 }
 
 void SqlTokens::skipSpaceAndComments()
@@ -119,8 +125,11 @@ SqlToken SqlTokens::readQuoted(char closing)
 {
     const char* const text = ++m_at;
     skipUntil(closing);
-    const auto length = std::strcspn(text, "\"'`]");
-    return {text, std::min(length, static_cast<std::size_t>(m_at - text)),
+    const char* end = text;
+    while (end != m_at && !isQuote(*end)) {
+        ++end;
+    }
+    return {text, static_cast<std::size_t>(end - text),
             closing == '\'' ? SqlToken::STRING : SqlToken::QUOTED_NAME};
 }
 

@@ -13,8 +13,12 @@ struct SqlToken {
     bool isSymbol(char symbol) const { return kind == SYMBOL && *text == symbol; }
 
     /// @param words  in lower case, each with a blank before and after it.
-    /// @return whether this is one of the words. A quoted name is never a keyword.
+    bool isIn(const char* words) const;
+
+    /// The same for keywords, which a quoted name never is.
     bool isOneOf(const char* words) const;
+
+    bool beginsWith(const SqlToken& other) const;
 
     /// Compares the texts as SQLite compares names, in any letter case.
     /// @return below, equal to or above 0, as this text stands before, at or after the other.

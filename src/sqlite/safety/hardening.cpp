@@ -45,8 +45,26 @@ constexpr std::size_t STACK_OF_DEPTH = 110;
 /// Longer than the statements with which SQLite makes its schema table and reads it.
 constexpr int LINE = 80;
 
+/// Neither ATTACH nor VACUUM INTO can open or make a further file.
+constexpr int ATTACHED_FILES = 0;
+
 /// As far as SQLite goes by itself.
 constexpr int WIDEST = 0x7fffffff;
+
+constexpr int AS_IT_IS = -1;
+
+/// By SQLite's numbers: the length of a text, and of an SQL text; columns, the depth of an
+/// expression, the terms of a compound, the steps of a program, arguments, attached files, the
+/// length of a pattern.
+using Limits = int[SQLITE_LIMIT_LIKE_PATTERN_LENGTH + 1];
+
+void set(sqlite3* db, const Limits& limits)
+{
+    int limit = 0;
+    for (const int value : limits) {
+        sqlite3_limit(db, limit++, value);
+    }
+}
 
 enum Switch : int { OFF = 0, ON = 1 };
 
@@ -80,22 +98,17 @@ void restrictToReading(sqlite3* db)
 {
     // A trigger is the file's own program, and reading never needs one.
     configure(db, SQLITE_DBCONFIG_ENABLE_TRIGGER, OFF);
-    // Neither ATTACH nor VACUUM INTO can open or make a further file.
-    sqlite3_limit(db, SQLITE_LIMIT_ATTACHED, 0);
-    // The file is read-only by its opening; this takes in temporary tables.
-    execute(db, "PRAGMA query_only=ON");
-    // A view that sorts its rows must not put them into a temporary file.
-    execute(db, "PRAGMA temp_store=MEMORY");
+    // The file is read-only by its opening; this takes in temporary tables. A view that sorts its
+    // rows must not put them into a temporary file.
+    execute(db, "PRAGMA query_only=ON;PRAGMA temp_store=MEMORY");
 }
 
 void limitToUsualSchema(sqlite3* db)
 {
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_STATEMENT);
-    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, MAX_STATEMENT);
-    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, USUAL_COLUMNS);
-    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, USUAL_DEPTH);
-    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
-    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, WIDEST);
+    static constexpr Limits LIMITS = {MAX_STATEMENT, MAX_STATEMENT,  USUAL_COLUMNS,
+                                      USUAL_DEPTH,   WIDEST,         MAX_PROGRAM_WITH_FILE_CODE,
+                                      AS_IT_IS,      ATTACHED_FILES, AS_IT_IS};
+    set(db, LIMITS);
 }
 
 void limitSchema(sqlite3* db, std::size_t stackLeft)
@@ -120,13 +133,10 @@ void PassingOverSchema::set(bool passesOver)
 
 void limitQuery(sqlite3* db)
 {
-    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, WIDEST);
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
-    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
-    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM);
-    sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, MAX_EXPRESSION_DEPTH);
-    sqlite3_limit(db, SQLITE_LIMIT_COMPOUND_SELECT, MAX_COMPOUND_TERMS);
-    sqlite3_limit(db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH, MAX_PATTERN);
+    static constexpr Limits LIMITS = {
+        MAX_LENGTH,  WIDEST,   WIDEST,         MAX_EXPRESSION_DEPTH, MAX_COMPOUND_TERMS,
+        MAX_PROGRAM, AS_IT_IS, ATTACHED_FILES, MAX_PATTERN};
+    set(db, LIMITS);
 }
 
 void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLeft)
