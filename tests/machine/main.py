@@ -3,14 +3,15 @@
 
 import argparse
 import random
+import shutil
 import signal
 import sys
 import time
 
 from emulator.failure import Failure
-from emulator.images import ROOM, empty_image, root_disk
+from emulator.images import ROOM, SCRATCH, empty_image, root_disk
 from emulator.machine import Disk, MachineError, serve_a_person
-from parts import cuts, media, moments, packages, tests
+from parts import cuts, faults, life, media, moments, packages, tests
 
 PARTS = {
     "tests": tests,
@@ -18,6 +19,8 @@ PARTS = {
     "media": media,
     "cuts": cuts,
     "moments": moments,
+    "faults": faults,
+    "life": life,
 }
 
 
@@ -58,11 +61,18 @@ def run(name, options):
 def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that no machine outlives this program
     options = arguments()
+    SCRATCH.mkdir()
     if options.shell:
-        data = empty_image(ROOM / "shell.img")
-        return serve_a_person(ROOM, [root_disk(), Disk("data", data)])
-    outcomes = [run(name, options) for name in options.parts or PARTS]
-    return 0 if all(outcomes) else 1
+        data = empty_image(SCRATCH / "data.img")
+        status = serve_a_person(ROOM, [root_disk(), Disk("data", data)])
+    else:
+        outcomes = [run(name, options) for name in options.parts or PARTS]
+        status = 0 if all(outcomes) else 1
+    if status == 0:
+        shutil.rmtree(SCRATCH)
+    else:
+        print(f"The disks are in {SCRATCH}", file=sys.stderr)
+    return status
 
 
 if __name__ == "__main__":

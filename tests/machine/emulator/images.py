@@ -12,6 +12,7 @@ from emulator.machine import Disk, Machine
 TREE = Path(__file__).resolve().parents[3]
 ROOM = TREE / "build" / "machine"
 PACKAGES = TREE / "build" / "packages"
+SCRATCH = ROOM / f"run-{os.getpid()}"  # what belongs to this run alone
 
 MEBIBYTE = 1024 * 1024
 DATA_SIZE = 64 * MEBIBYTE
@@ -51,7 +52,7 @@ def _install(packages, image):
 
 def files_disk(serial, files):
     """A disk that is a tar archive of these files."""
-    archive = ROOM / f"{serial}.tar"
+    archive = SCRATCH / f"{serial}.tar"
     command = ["tar", "-cf", str(archive)]
     for file in files:
         command += ["-C", str(Path(file).parent), Path(file).name]
@@ -63,9 +64,8 @@ def files_disk(serial, files):
 def tree_disk():
     """The tree with what has been built of it for the machine, to be mounted where it is here: paths
     into it are part of the tests."""
-    image = ROOM / "tree.img"
-    folder = ROOM / "tree"
-    shutil.rmtree(folder, ignore_errors=True)
+    image = SCRATCH / "tree.img"
+    folder = SCRATCH / "tree"
     folder.mkdir()
     _copy(TREE, folder, "--exclude=./build", "--exclude=./.git", ".")
     _copy(TREE, folder, "--exclude=CMakeFiles", "--exclude=*.a", "--exclude=*.o",

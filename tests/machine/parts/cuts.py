@@ -5,7 +5,7 @@ import collections
 from emulator.failure import Failure, expect
 from emulator.flash import Flash
 from emulator.frozen import FrozenMachine
-from emulator.images import ROOM, format_image
+from emulator.images import SCRATCH, format_image
 from emulator.machine import MachineError
 from emulator.writers import ALL_WRITERS, DATABASE, last_said
 
@@ -50,7 +50,7 @@ class _Database:
 
 
 def _cut_disk(name, cuts, random):
-    image = format_image(ROOM / "cuts.img", name)
+    image = format_image(SCRATCH / "cuts.img", name)
     mount = f"mount -t {name} /dev/disk/data /data"
     frozen = FrozenMachine(MODULES[name])
     with frozen.resume(image) as machine:

@@ -1,12 +1,12 @@
 """Medium by medium: a file is read, a journal is rolled back where it may be, and refused where not."""
 
-import shutil
+import functools
 import subprocess
 
 from emulator.failure import expect
 from emulator.flash import Flash
 from emulator.frozen import FrozenMachine
-from emulator.images import ROOM, TREE, format_image, run_quietly
+from emulator.images import SCRATCH, TREE, format_image, run_quietly
 from emulator.writers import DATABASE
 
 ROWS = "results 60 0 240 4"
@@ -21,7 +21,7 @@ READ_ONLY_FILES = {"plain.db": f"{ROWS}\n", "hot.db": READ_ONLY, "wal.db": NO_WA
 def run(_options, _random):
     frozen = FrozenMachine(["ext4", "f2fs", "crc32_generic", "squashfs", "overlay"])
     for name in ("ext4", "f2fs"):
-        with frozen.resume(format_image(ROOM / "media.img", name)) as machine:
+        with frozen.resume(format_image(SCRATCH / "media.img", name)) as machine:
             _check_writable(machine, f"mount -t {name} /dev/disk/data /data")
     with Flash() as flash:
         _check_writable(flash.machine, flash.MOUNT)
@@ -66,9 +66,9 @@ def _expect_output(machine, command, expected):
     expect(output == expected, f"{command}: {output!r}, not {expected!r}")
 
 
+@functools.cache
 def _read_only_folder():
-    folder = ROOM / "read-only"
-    shutil.rmtree(folder, ignore_errors=True)
+    folder = SCRATCH / "read-only"
     folder.mkdir()
     for name in READ_ONLY_FILES:
         _generations("make", folder / name, "1")
@@ -85,11 +85,10 @@ def _generations(*words):
 
 
 def _squashfs():
-    image = ROOM / "squashfs.img"
-    image.unlink(missing_ok=True)
+    image = SCRATCH / "squashfs.img"
     run_quietly("mksquashfs", _read_only_folder(), image, "-quiet", "-all-root")
     return image
 
 
 def _ext4():
-    return format_image(ROOM / "media.img", "ext4", _read_only_folder())
+    return format_image(SCRATCH / "media.img", "ext4", _read_only_folder())

@@ -6,7 +6,7 @@ import collections
 from emulator.blocklog import FLUSH, Image, pieces, read_log
 from emulator.failure import Failure, expect
 from emulator.frozen import FrozenMachine
-from emulator.images import ROOM, empty_image, format_image
+from emulator.images import SCRATCH, empty_image, format_image
 from emulator.machine import MachineError
 from emulator.writers import DATABASE, INSTALL, Writer, last_said
 
@@ -84,7 +84,10 @@ class _Recording:
         if len(moments) > count // 2:
             moments = random.sample(moments, count // 2)
         while len(moments) < count:
-            moments.append(Moment(random.choice(positions), False))
+            # What has been promised by then is worth every fifth.
+            is_late = random.random() < 0.2
+            position = random.choice(positions[self.end - self.begin :] if is_late else positions)
+            moments.append(Moment(position, False))
         return sorted(moments)
 
     def images(self, count, random):
@@ -119,8 +122,8 @@ class _Recording:
 class _Replay:
     def __init__(self, frozen):
         self._frozen = frozen
-        self._image = ROOM / "moments.img"
-        self._log = ROOM / "moments.log"
+        self._image = SCRATCH / "moments.img"
+        self._log = SCRATCH / "moments.log"
 
     def record(self, medium, writer, environment=""):
         mount = f"mount -t {medium.file_system} -o {medium.options} /dev/disk/data /data"
@@ -163,7 +166,7 @@ class _Replay:
                 generation = last_said(output.splitlines(), "generation", None)
                 allowed = {NEW} if moment.position >= recording.end else {OLD, NEW}
                 if status != 0 or generation not in allowed:
-                    image.store(empty_image(ROOM / "moments.red.img"))
+                    image.store(empty_image(SCRATCH / "moments.red.img"))
                     raise Failure(f"{where}, {moment} of {recording.begin} to {recording.end} to "
                                   f"{len(recording.entries)}: {output.strip()}")
                 yield generation

@@ -1,13 +1,12 @@
 """The packages, as their users have them: examples, commands, upgrade, removal."""
 
-import shutil
 import subprocess
 
 from emulator.failure import expect
-from emulator.images import ROOM, TREE, files_disk, package, root_disk, run_quietly
+from emulator.images import ROOM, SCRATCH, TREE, files_disk, package, root_disk, run_quietly
 from emulator.machine import Machine
 
-FILES = ROOM / "packages"
+FILES = SCRATCH / "packages"
 SAMPLE = "/tmp/faults.db"
 NEWER = "99"
 
@@ -41,7 +40,6 @@ def _build(source, name):
 
 
 def _build_quickstart():
-    shutil.rmtree(FILES, ignore_errors=True)
     FILES.mkdir()
     return _build(TREE / "examples/quickstart/main.cpp", "quickstart")
 

@@ -11,8 +11,8 @@ from emulator.machine import Machine
 SECONDS = 600  # that a test may take
 
 # Those in which kernel and C library have a part: locks, signals, descriptors, mappings, mounts.
-CHOSEN = ("Reliability/KilledWriter", "Reliability/BusyWriter", "LogLock", "LockedFile", "PageCache",
-          "UnwritableFolder", "With/KilledInstall", "soak")
+CHOSEN = ("Reliability/KilledWriter", "LogLock", "PageCache", "SecondLink", "UnfinishableRollback",
+          "UnwritableFolder")
 
 # Files may take 128 MiB of memory by what the library promises, and the process as much again.
 MEMORY = 1024

@@ -1,6 +1,6 @@
 // A database all of whose rows say in which update they were written:
 //
-//     generations make FILE GENERATION                            makes the file
+//     generations make FILE GENERATION [TEXTS]                    makes the file
 //     generations update FILE MODE SYNCHRONOUS GENERATION COUNT   makes so many updates, from that
 //     on generations abandon FILE MODE GENERATION                    dies in the middle of an
 //     update generations read FILE                                       says which one it finds
@@ -25,13 +25,13 @@ constexpr int FAULT_TYPES = 60;
 constexpr int TEXTS = 240;
 constexpr int ASKED_FOR = 3;  // the fault type that Reading looks up
 
-std::string makingSql(const std::string& generation)
+std::string makingSql(const std::string& generation, const std::string& texts)
 {
     std::ostringstream sql;
     sql << "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
         << FAULT_TYPES << ") INSERT INTO fault_type_definition SELECT i, 'FAULT_' || i, 'error', "
         << generation << ", 1 FROM n;"
-        << "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " << TEXTS
+        << "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " << texts
         << ") INSERT INTO descriptions SELECT i, (i - 1) % " << FAULT_TYPES << " + 1, (i - 1) / "
         << FAULT_TYPES << " + 1, " << generation << ", '', '', '', hex(zeroblob(400)) FROM n";
     return sql.str();
@@ -143,8 +143,9 @@ int readGeneration(const std::string& file)
 
 int run(const std::vector<std::string>& words)
 {
-    if (words.size() == 3 && words[0] == "make") {
-        makeDatabase(words[1], makingSql(words[2]));
+    if ((words.size() == 3 || words.size() == 4) && words[0] == "make") {
+        makeDatabase(words[1],
+                     makingSql(words[2], words.size() == 4 ? words[3] : std::to_string(TEXTS)));
         return 0;
     }
     if (words.size() == 6 && words[0] == "update") {
