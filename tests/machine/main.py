@@ -11,7 +11,7 @@ import time
 from emulator.failure import Failure
 from emulator.images import ROOM, SCRATCH, empty_image, root_disk
 from emulator.machine import Disk, MachineError, serve_a_person
-from parts import cuts, faults, life, media, moments, packages, tests
+from parts import cost, cuts, faults, life, media, moments, packages, tests
 
 PARTS = {
     "tests": tests,
@@ -20,6 +20,7 @@ PARTS = {
     "cuts": cuts,
     "moments": moments,
     "faults": faults,
+    "cost": cost,
     "life": life,
 }
 

@@ -79,10 +79,14 @@ class Machine:
         self._process = subprocess.Popen(
             command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, start_new_session=True
         )
-        if resumed_from:
-            self._wait_for_migration()
-            self._ask_monitor("cont")
-        self.run("true", self.START_SECONDS)
+        try:
+            if resumed_from:
+                self._wait_for_migration()
+                self._ask_monitor("cont")
+            self.run("true", self.START_SECONDS)
+        except BaseException:
+            self.kill()
+            raise
 
     def __enter__(self):
         return self

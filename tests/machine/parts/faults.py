@@ -7,7 +7,7 @@ from emulator.frozen import FrozenMachine
 from emulator.images import DATA_SIZE, SCRATCH, format_image
 from emulator.writers import DATABASE
 
-ROWS = "results 60 0 240 4\n"
+ROWS = "results 20 0 80 4\n"
 FAILED = "results -2 -1 -2 -2\n"
 LINE = "[ERROR] SQL3::getTbl() Sql Query failed: {}\n"
 SECTORS = DATA_SIZE // 512
@@ -133,4 +133,4 @@ def _little_memory(machine, name):
     aborted, full = LINE.format("query aborted Err=7"), LINE.format("out of memory Err=7")
     _expect_output(machine, "(ulimit -v 20480; exec reader /data/large.db)",
                    *(table + texts for table in (aborted, full)
-                     for texts in ("results 60 0 -2 500\n", f"{full}results 60 0 -2 -2\n")))
+                     for texts in ("results 20 0 -2 1500\n", f"{full}results 20 0 -2 -2\n")))

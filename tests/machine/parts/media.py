@@ -9,7 +9,7 @@ from emulator.frozen import FrozenMachine
 from emulator.images import SCRATCH, TREE, format_image, run_quietly
 from emulator.writers import DATABASE
 
-ROWS = "results 60 0 240 4"
+ROWS = "results 20 0 80 4"
 REFUSED = "[ERROR] SQL3::getTbl() Sql Query failed: {}\n"
 READ_ONLY = REFUSED.format("attempt to write a readonly database Err=8") * 4 + "results -2 -1 -2 -2\n"
 NO_WAL = REFUSED.format("unable to open database file Err=14") * 4 + "results -2 -1 -2 -2\n"

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int MINUTES = 60;
-constexpr int FAULT_TYPES = 60;
+constexpr int FAULT_TYPES = 20;
 constexpr std::size_t LANGUAGES = 4;
 
 class Device {

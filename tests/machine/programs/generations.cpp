@@ -21,8 +21,8 @@
 
 namespace {
 
-constexpr int FAULT_TYPES = 60;
-constexpr int TEXTS = 240;
+constexpr int FAULT_TYPES = 20;
+constexpr int TEXTS = 80;
 constexpr int ASKED_FOR = 3;  // the fault type that Reading looks up
 
 std::string makingSql(const std::string& generation, const std::string& texts)
