@@ -9,7 +9,7 @@ import sys
 import time
 
 from emulator.failure import Failure
-from emulator.images import ROOM, SCRATCH, empty_image, root_disk
+from emulator.images import ROOM, SCRATCH, format_image, root_disk
 from emulator.machine import Disk, MachineError, serve_a_person
 from parts import cost, cuts, faults, life, media, moments, packages, tests
 
@@ -64,7 +64,7 @@ def main():
     options = arguments()
     SCRATCH.mkdir()
     if options.shell:
-        data = empty_image(SCRATCH / "data.img")
+        data = format_image(SCRATCH / "data.img", "ext4")
         status = serve_a_person(ROOM, [root_disk(), Disk("data", data)])
     else:
         outcomes = [run(name, options) for name in options.parts or PARTS]

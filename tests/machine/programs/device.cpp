@@ -3,6 +3,7 @@
 // generation, FIRST at first, by way of NEW_FILE. Prints an hour's generation and what the process
 // takes at its end, and ends with 1 when an answer is not of the file that is in place.
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -51,12 +52,9 @@ private:
             std::to_string(faultType.bug) != generation) {
             return false;
         }
-        for (const Descriptions& text : texts) {
-            if (text.name != generation || text.id_fault_type != code) {
-                return false;
-            }
-        }
-        return true;
+        return std::all_of(texts.begin(), texts.end(), [&](const Descriptions& text) {
+            return text.name == generation && text.id_fault_type == code;
+        });
     }
 
     std::string m_name;

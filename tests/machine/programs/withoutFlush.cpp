@@ -17,7 +17,8 @@ bool isTakenAway(int file)
     if (which == nullptr || fstat(file, &status) != 0) {
         return false;
     }
-    return S_ISDIR(status.st_mode) == (std::string(which) == "folders");
+    const bool isFolder = S_ISDIR(status.st_mode);
+    return isFolder == (std::string(which) == "folders");
 }
 
 int flush(long systemCall, int file)
@@ -27,12 +28,12 @@ int flush(long systemCall, int file)
 
 }  // namespace
 
-extern "C" int fsync(int file)
+extern "C" int fsync(int fd)
 {
-    return flush(SYS_fsync, file);
+    return flush(SYS_fsync, fd);
 }
 
-extern "C" int fdatasync(int file)
+extern "C" int fdatasync(int fd)
 {
-    return flush(SYS_fdatasync, file);
+    return flush(SYS_fdatasync, fd);
 }
