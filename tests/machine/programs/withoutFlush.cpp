@@ -33,7 +33,7 @@ extern "C" int fsync(int fd)
     return flush(SYS_fsync, fd);
 }
 
-extern "C" int fdatasync(int fd)
+extern "C" int fdatasync(int fildes)
 {
-    return flush(SYS_fdatasync, fd);
+    return flush(SYS_fdatasync, fildes);
 }
