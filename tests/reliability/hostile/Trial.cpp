@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -32,7 +33,7 @@ constexpr unsigned short LOOKED_UP = 17;
 constexpr rlim_t MOST_SECONDS = 20;
 
 /// More than any file may make the process take, and less than the machine has.
-constexpr rlim_t MOST_MEMORY = 6ULL * 1024 * 1024 * 1024;
+constexpr std::uint64_t MOST_MEMORY = 6ULL * 1024 * 1024 * 1024;
 
 /// What a process leaves of the trial, however it ends.
 class SharedOutcome {
@@ -165,7 +166,7 @@ void limit(decltype(RLIMIT_CPU) resource, rlim_t most)
     limit(RLIMIT_CPU, MOST_SECONDS);
     limit(RLIMIT_CORE, 0);
 #if !defined(__SANITIZE_ADDRESS__)
-    limit(RLIMIT_AS, std::min<rlim_t>(MOST_MEMORY, RLIM_INFINITY));
+    limit(RLIMIT_AS, static_cast<rlim_t>(std::min<std::uint64_t>(MOST_MEMORY, RLIM_INFINITY)));
 #endif
     dup2(::open(linesOf(file).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
     DescriptionDb::getInstance()->setDbgLevel(0);

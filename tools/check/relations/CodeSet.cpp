@@ -10,7 +10,7 @@ void CodeSet::read(const TableRow& row)
 {
     const std::optional<std::uint64_t> code = row.number(m_column);
     if (code && *code < m_isCode.size()) {
-        m_isCode[*code] = true;
+        m_isCode[static_cast<std::size_t>(*code)] = true;
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -14,7 +15,10 @@ public:
     void read(const TableRow& row) override;
     bool finish() override;
 
-    bool contains(std::uint64_t code) const { return code < m_isCode.size() && m_isCode[code]; }
+    bool contains(std::uint64_t code) const
+    {
+        return code < m_isCode.size() && m_isCode[static_cast<std::size_t>(code)];
+    }
 
     /// @return all of them, in order; once the table has been read.
     const std::vector<std::uint16_t>& sorted() const { return m_sorted; }

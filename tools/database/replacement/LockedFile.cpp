@@ -76,7 +76,7 @@ std::uint64_t LockedFile::size() const
 std::string LockedFile::read(std::uint64_t offset, std::uint64_t count) const
 {
     const std::uint64_t end = std::min(size(), offset + count);
-    std::string bytes(end > offset ? end - offset : 0, '\0');
+    std::string bytes(static_cast<std::size_t>(end > offset ? end - offset : 0), '\0');
     if (!bytes.empty()) {
         check(m_file->pMethods->xRead(m_file, bytes.data(), static_cast<int>(bytes.size()),
                                       static_cast<sqlite3_int64>(offset)));
