@@ -9,18 +9,18 @@
 #include <utility>
 #include <vector>
 
-#include "CheckCommand.h"
-#include "FaultCommand.h"
-#include "FaultsCommand.h"
-#include "InfoCommand.h"
-#include "InstallCommand.h"
-#include "SqlCommand.h"
-#include "TextsCommand.h"
+#include "author/CheckCommand.h"
+#include "author/InfoCommand.h"
+#include "author/SqlCommand.h"
 #include "database/Database.h"
 #include "database/TableModel.h"
+#include "line/CommandParser.h"
 #include "line/arguments.h"
 #include "line/helpTexts.h"
-#include "line/suggestion.h"
+#include "technician/FaultCommand.h"
+#include "technician/FaultsCommand.h"
+#include "technician/InstallCommand.h"
+#include "technician/TextsCommand.h"
 #include "text/nearest.h"
 
 namespace {
@@ -60,8 +60,6 @@ std::string contentFrom(const std::string& text)
     return hash;
 }
 
-constexpr const char* HELP = "help";
-
 bool isNumber(const std::string& text)
 {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
@@ -73,17 +71,11 @@ std::string fileComesFirst(const std::string& command, const std::string& file,
     return fmt::format("the file comes first: zav {} {} {}", command, file, other);
 }
 
-/// Reads the arguments of one call into a request.
-class Parser {
+/// The commands of zav itself.
+class Parser : public CommandParser {
 public:
     Parser()
     {
-        m_app.require_subcommand(1);
-        m_app.fallthrough();
-        m_app.footer(generalFooter());
-        m_app.set_version_flag("--version", "zav " ZAV_VERSION, "Print the version and exit");
-        addFormat(m_app, "table|json|csv");
-        addDebug(m_app);
         addFaults();
         addFault();
         addTexts();
@@ -93,86 +85,8 @@ public:
         addInstall();
         addHelp();
     }
-    Parser(const Parser&) = delete;
-    Parser& operator=(const Parser&) = delete;
-
-    Request parse(int argc, char** argv)
-    {
-        try {
-            m_app.parse(argc, argv);
-            return m_request;
-        } catch (const CLI::Success& success) {
-            return printing(textFor(success));
-        } catch (const CLI::ParseError& error) {
-            throw UsageError(textFor(error), whereHelpIs());
-        }
-    }
 
 private:
-    /// Lets a command run on the database that the library reads.
-    template <class Command>
-    void runOnDatabase(Format format, const Command& command)
-    {
-        m_request = {format, [command, file = m_file, level = m_debugLevel](Output& output) {
-                         Database database(file, level);
-                         return command(database, output);
-                     }};
-    }
-
-    Format listingFormat() const
-    {
-        return chosen<Format>(
-            {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}}, m_format,
-            "--format");
-    }
-
-    static Request printing(const std::string& text)
-    {
-        return {Format::TABLE, [text](Output& output) {
-                    output.printText(text);
-                    return ExitStatus::DONE;
-                }};
-    }
-
-    CLI::App* addCommand(const std::string& name, const std::string& description,
-                         const std::string& footer)
-    {
-        CLI::App* command = m_app.add_subcommand(name, description);
-        command->footer(footer);
-        return command;
-    }
-
-    CLI::App* addFileCommand(const std::string& name, const std::string& description,
-                             const std::string& footer)
-    {
-        CLI::App* command = addCommand(name, description, footer);
-        command->add_option("FILE", m_file, "The database file")->required()->type_name("");
-        addDebug(*command);
-        return command;
-    }
-
-    /// The options that may stand before the command as well.
-    void addFormat(CLI::App& app, const std::string& formats)
-    {
-        app.add_option("--format", m_format, "How results are written; table unless given")
-            ->type_name(formats);
-    }
-
-    void addDebug(CLI::App& app)
-    {
-        addNumber<int>(app, "--debug", m_debugLevel,
-                       "The library's lines on standard error: 0 errors only, 1 and 2 more")
-            ->type_name("LEVEL");
-    }
-
-    /// Before the command, too, an option must be one of it.
-    void refuseGeneral(const std::string& option, const std::string& reason) const
-    {
-        if (m_app.count(option) > 0) {
-            throw CLI::ValidationError(option, reason);
-        }
-    }
-
     void addFaults()
     {
         CLI::App* command = addFileCommand("faults", "Show all fault types", exitStatuses());
@@ -314,29 +228,6 @@ private:
         });
     }
 
-    void addHelp()
-    {
-        CLI::App* command = addCommand(HELP, "Print the help of a command", "");
-        command->add_option("COMMAND", m_helpTopic, "The command")->type_name("");
-        command->callback([this] { m_request = printing(helpOn(m_helpTopic)); });
-    }
-
-    std::string helpOn(const std::string& name) const
-    {
-        if (name.empty()) {
-            // Asked itself, CLI11 would print the help of the command that has been given: help.
-            return m_app.get_formatter()->make_help(&m_app, m_app.get_name(),
-                                                    CLI::AppFormatMode::Normal);
-        }
-        for (const CLI::App* command : commands()) {
-            if (command->get_name() == name) {
-                return command->help(m_app.get_name());
-            }
-        }
-        throw CLI::ValidationError(
-            fmt::format("there is no command {}{}", name, suggestion(name, commandNames())));
-    }
-
     static void addKinds(CLI::App& app, const std::string& option, std::set<FindingKind>& kinds,
                          const std::string& description)
     {
@@ -365,82 +256,6 @@ private:
             ->type_name("N,N,...");
     }
 
-    std::string textFor(const CLI::Success& success) const
-    {
-        std::ostringstream text;
-        m_app.exit(success, text, text);
-        return text.str();
-    }
-
-    /// A word too many is the likelier mistake than what is then missing.
-    std::string textFor(const CLI::ParseError& error) const
-    {
-        constexpr bool OF_ALL_COMMANDS = true;
-        const std::vector<std::string> unknown = m_app.remaining(OF_ALL_COMMANDS);
-        if (unknown.empty()) {
-            return error.what();
-        }
-        std::string text = fmt::format("not understood: {}", fmt::join(unknown, " "));
-        for (const std::string& word : unknown) {
-            text += suggestionFor(word);
-        }
-        return text;
-    }
-
-    std::string suggestionFor(const std::string& word) const
-    {
-        if (word.rfind("--", 0) == 0) {
-            return suggestion(word.substr(0, word.find('=')), optionNames());
-        }
-        return givenCommand() == nullptr ? suggestion(word, commandNames()) : "";
-    }
-
-    /// @return null: none yet.
-    const CLI::App* givenCommand() const
-    {
-        const auto given = m_app.get_subcommands();
-        return given.empty() ? nullptr : given.front();
-    }
-
-    std::vector<const CLI::App*> commands() const
-    {
-        return m_app.get_subcommands([](const CLI::App*) { return true; });
-    }
-
-    std::vector<std::string> commandNames() const
-    {
-        std::vector<std::string> names;
-        for (const CLI::App* command : commands()) {
-            names.push_back(command->get_name());
-        }
-        return names;
-    }
-
-    std::vector<std::string> optionNames() const
-    {
-        std::vector<std::string> names;
-        const CLI::App* command = givenCommand();
-        for (const CLI::Option* option : (command == nullptr ? &m_app : command)->get_options()) {
-            for (const std::string& name : option->get_lnames()) {
-                names.push_back("--" + name);
-            }
-        }
-        return names;
-    }
-
-    std::string whereHelpIs() const
-    {
-        const CLI::App* command = givenCommand();
-        return command == nullptr || command->get_name() == HELP
-                   ? "zav --help"
-                   : fmt::format("zav {} --help", command->get_name());
-    }
-
-    CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
-    Request m_request;
-    std::string m_file;
-    int m_debugLevel = 0;
-    std::string m_format = "table";
     CheckRequest m_check;
     InfoRequest m_info;
     InstallRequest m_install;
@@ -448,7 +263,6 @@ private:
     TextsFilter m_filter;
     std::string m_statement;
     TableChoice m_tables = TableChoice::ALL;
-    std::string m_helpTopic;
 };
 
 }  // namespace

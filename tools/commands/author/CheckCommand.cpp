@@ -4,10 +4,10 @@
 #include <memory>
 
 #include "check/FileCheck.h"
-#include "findings/CsvWriter.h"
-#include "findings/JsonWriter.h"
-#include "findings/LinesWriter.h"
-#include "findings/SarifWriter.h"
+#include "commands/findings/CsvWriter.h"
+#include "commands/findings/JsonWriter.h"
+#include "commands/findings/LinesWriter.h"
+#include "commands/findings/SarifWriter.h"
 #include "output/ProgressLine.h"
 
 namespace {

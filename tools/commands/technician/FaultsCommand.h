@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ExitStatus.h"
+#include "commands/ExitStatus.h"
 #include "database/Database.h"
 #include "output/Output.h"
 

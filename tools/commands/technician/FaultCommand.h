@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "ExitStatus.h"
+#include "commands/ExitStatus.h"
 #include "database/Database.h"
 #include "output/Output.h"
 

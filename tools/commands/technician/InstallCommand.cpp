@@ -9,12 +9,12 @@
 #include <optional>
 
 #include "check/FileCheck.h"
+#include "commands/findings/LinesWriter.h"
+#include "commands/info/InfoJson.h"
+#include "commands/info/boundedInfo.h"
+#include "commands/info/infoTexts.h"
 #include "database/DatabaseErrors.h"
 #include "database/replacement/Replacement.h"
-#include "findings/LinesWriter.h"
-#include "info/InfoJson.h"
-#include "info/boundedInfo.h"
-#include "info/infoTexts.h"
 #include "output/ProgressLine.h"
 #include "text/message.h"
 

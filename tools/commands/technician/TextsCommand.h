@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "ExitStatus.h"
+#include "commands/ExitStatus.h"
 #include "database/Database.h"
 #include "output/Output.h"
 

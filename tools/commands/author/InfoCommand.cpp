@@ -5,10 +5,10 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "commands/info/InfoJson.h"
+#include "commands/info/boundedInfo.h"
+#include "commands/info/infoTexts.h"
 #include "database/DatabaseErrors.h"
-#include "info/InfoJson.h"
-#include "info/boundedInfo.h"
-#include "info/infoTexts.h"
 #include "output/JsonList.h"
 #include "text/message.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ExitStatus.h"
+#include "commands/ExitStatus.h"
 #include "output/Output.h"
 
 struct InfoRequest {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "ExitStatus.h"
 #include "check/FindingKind.h"
+#include "commands/ExitStatus.h"
 #include "output/Output.h"
 
 enum class CheckFormat { LINES, JSON, CSV, SARIF };

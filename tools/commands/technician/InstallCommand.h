@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "ExitStatus.h"
 #include "check/FindingKind.h"
+#include "commands/ExitStatus.h"
 #include "output/Output.h"
 
 struct InstallRequest {
