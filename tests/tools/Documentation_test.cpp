@@ -32,7 +32,8 @@ TEST(Completion, OffersWhatFits)
     };
     const Case cases[] = {
         {"zav \"\"",
-         "--format --debug --help --version faults fault texts sql check info install help"},
+         "--format --debug --help --version faults fault texts sql check info install export build "
+         "help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -49,6 +50,11 @@ TEST(Completion, OffersWhatFits)
         {"zav install faults.db \"\"", "faults.db other.db folder a.txt"},
         {"zav install faults.db other.db \"\"", ""},
         {"zav install --d", "--downgrade"},
+        {"zav export faults.db \"\"", "faults.db other.db folder a.txt"},
+        {"zav export --dr", "--drop-own"},
+        {"zav build folder --release \"\"", ""},
+        {"zav build --force folder o", "other.db"},
+        {"zav build --format \"\"", "table json"},
         {"zav faults --f", "--format"},
         {"zav faults fau", "faults.db"},
         {"zav texts --l", "--language"},
@@ -93,11 +99,11 @@ TEST(Manual, IsOfTheUserCommands)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(
-        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                  "--help; zav info --help; zav install --help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                  " | sed 's/-h,//'")
-            .output);
+    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                                       "--help; zav info --help; zav install --help; zav export "
+                                       "--help; zav build --help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                                       " | sed 's/-h,//'")
+                                 .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

@@ -16,6 +16,7 @@
 #include "database/TableModel.h"
 #include "line/CommandParser.h"
 #include "line/arguments.h"
+#include "line/authorCommands.h"
 #include "line/helpTexts.h"
 #include "technician/FaultCommand.h"
 #include "technician/FaultsCommand.h"
@@ -83,6 +84,9 @@ public:
         addCheck();
         addInfo();
         addInstall();
+        for (const AuthorCommand& command : authorCommands()) {
+            addCommand(command.name, command.description, "");
+        }
         addHelp();
     }
 
@@ -220,9 +224,7 @@ private:
                           "Allow a release number lower than the old file's");
         command->callback([this] {
             refuseGeneral("--debug", "zav install keeps the library silent");
-            const auto format = chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}},
-                                               m_format, "--format");
-            m_request = {format, [request = m_install](Output& output) {
+            m_request = {recordFormat(), [request = m_install](Output& output) {
                              return runInstall(request, output);
                          }};
         });
@@ -269,5 +271,6 @@ private:
 
 Request parseCommandLine(int argc, char** argv)
 {
-    return Parser().parse(argc, argv);
+    return isForAuthors(argc, argv) ? Request{Format::TABLE, authorProgram(argv)}
+                                    : Parser().parse(argc, argv);
 }

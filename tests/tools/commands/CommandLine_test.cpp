@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/runProgram.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -41,6 +42,14 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"install NEW TARGET --format csv", "--format: \"csv\" is none of table|json", "install "},
         {"install NEW TARGET --expect 0a1",
          "--expect: \"0a1\" is no content hash: these have 64 hexadecimal digits", "install "},
+        {"bild", "not understood: bild; did you mean build?", ""},
+        {"build", "FOLDER is required", "build "},
+        {"build FOLDER FILE --format csv", "--format: \"csv\" is none of table|json", "build "},
+        {"build FOLDER FILE --release 2147483648",
+         "--release: \"2147483648\" is no number from 0 to 2147483647", "build "},
+        {"--debug 1 build FOLDER FILE", "--debug: zav build keeps the library silent", "build "},
+        {"export FILE", "FOLDER is required", "export "},
+        {"--format table export FILE FOLDER --drop", "not understood: --drop", "export "},
         {"help chekc", "there is no command chekc; did you mean check?", ""},
     };
     const ZavCommand zav;
@@ -83,6 +92,8 @@ Subcommands:
   check                       Find what would surprise an application
   info                        Say what a file is
   install                     Put a checked copy of a file in the place of another
+  export                      Write a file as text that lives in version control
+  build                       Make a file of such text
   help                        Print the help of a command
 
 Examples:
@@ -93,6 +104,8 @@ Examples:
   zav check faults.db                               what would surprise an application
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
+  zav export faults.db sources                      as text for version control
+  zav build sources faults.db --release 5           a file of such text
 
 zav help COMMAND tells what a command takes.
 
@@ -101,6 +114,43 @@ be read or the output cannot be written.
 )");
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.status, 0);
+}
+
+TEST(CommandLine, StartsAnotherProgramForTheAuthor)
+{
+    const ZavCommand zav;
+    if (!emulator().empty()) {
+        GTEST_SKIP() << "an emulated program starts none";
+    }
+    const std::string help = R"(Make a file of such text
+Usage: zav build [OPTIONS] FOLDER FILE
+
+Positionals:
+  FOLDER REQUIRED             The sources, as zav export writes them
+  FILE REQUIRED               The database file to be made
+
+Options:
+  -h,--help                   Print this help message and exit
+  --format table|json         How results are written; table unless given
+  --release N                 The release number; none unless given
+  --force                     Replace a file that is there already
+
+Example:
+  zav build sources faults.db --release 7
+
+Exit status: 0 done, 1 mistakes in the sources, or findings in the file, 2 wrong
+usage, 3 the file cannot be read or the output cannot be written.
+)";
+    EXPECT_EQ(zav.run("build --help").output, help);
+    EXPECT_EQ(zav.run("help build").output, help);
+    const CommandResult result = zav.shell(
+        "mkdir -p " + zav.file("bin") + "; program='" + ZavCommand::program() +
+        "'; cp \"$program\" " + zav.file("bin") +
+        "; LD_LIBRARY_PATH=\"$(dirname \"$program\")/..\" " + zav.file("bin/zav") + " build a b");
+    EXPECT_EQ(
+        result.errors,
+        "zav: this is a command of zav-author, which is not installed; install that package\n");
+    EXPECT_EQ(result.status, 3);
 }
 
 TEST(CommandLine, EachCommandHasHelp)

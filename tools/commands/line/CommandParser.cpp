@@ -43,6 +43,11 @@ Format CommandParser::listingFormat() const
                           m_format, "--format");
 }
 
+Format CommandParser::recordFormat() const
+{
+    return chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}}, m_format, "--format");
+}
+
 Request CommandParser::printing(const std::string& text)
 {
     return {Format::TABLE, [text](Output& output) {

@@ -41,6 +41,9 @@ protected:
 
     Format listingFormat() const;
 
+    /// Of what is one record rather than a list.
+    Format recordFormat() const;
+
     /// Lets a command run on the database that the library reads.
     template <class Command>
     void runOnDatabase(Format format, const Command& command)

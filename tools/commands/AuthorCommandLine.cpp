@@ -1,0 +1,97 @@
+#include <fmt/format.h>
+
+#include <limits>
+
+#include "CommandLine.h"
+#include "author/BuildCommand.h"
+#include "author/ExportCommand.h"
+#include "line/CommandParser.h"
+#include "line/arguments.h"
+#include "line/authorCommands.h"
+#include "line/helpTexts.h"
+
+namespace {
+
+/// The commands of zav-author. Who calls them calls zav.
+class Parser : public CommandParser {
+public:
+    Parser()
+    {
+        addExport();
+        addBuild();
+        addHelp();
+    }
+
+private:
+    void addExport()
+    {
+        CLI::App* command = addFileCommand(
+            "export", descriptionOf("export"),
+            footer("  zav export faults.db sources\n", "something in the file that cannot travel"));
+        command->add_option("FOLDER", m_export.folder, "Where the sources are written")
+            ->required()
+            ->type_name("");
+        addFormat(*command, "table|json|csv");
+        command->add_flag("--drop-own", m_export.dropsOwn,
+                          "Leave your own columns, tables, indexes and views out");
+        command->callback([this] {
+            runOnDatabase(listingFormat(),
+                          [request = m_export](Database& database, Output& output) {
+                              return runExport(database, request, output);
+                          });
+        });
+    }
+
+    void addBuild()
+    {
+        CLI::App* command = addCommand("build", descriptionOf("build"),
+                                       footer("  zav build sources faults.db --release 7\n",
+                                              "mistakes in the sources, or findings in the file"));
+        command->add_option("FOLDER", m_build.folder, "The sources, as zav export writes them")
+            ->required()
+            ->type_name("");
+        command->add_option("FILE", m_build.target, "The database file to be made")
+            ->required()
+            ->type_name("");
+        addFormat(*command, "table|json");
+        command
+            ->add_option_function<std::string>(
+                "--release",
+                [this](const std::string& text) { m_build.release = releaseFrom(text); },
+                "The release number; none unless given")
+            ->type_name("N");
+        command->add_flag("--force", m_build.isForced, "Replace a file that is there already");
+        command->callback([this] {
+            refuseGeneral("--debug", "zav build keeps the library silent");
+            m_request = {recordFormat(),
+                         [request = m_build](Output& output) { return runBuild(request, output); }};
+        });
+    }
+
+    static std::int32_t releaseFrom(const std::string& text)
+    {
+        constexpr std::int32_t LARGEST = std::numeric_limits<std::int32_t>::max();
+        const auto number = numberFrom<std::uint32_t>(text, "--release");
+        if (number > LARGEST) {
+            throw CLI::ValidationError(
+                "--release", fmt::format(R"("{}" is no number from 0 to {})", text, LARGEST));
+        }
+        return static_cast<std::int32_t>(number);
+    }
+
+    /// With an example.
+    static std::string footer(const std::string& example, const std::string& foundNothing)
+    {
+        return "Example:\n" + example + "\n" + exitStatuses(foundNothing);
+    }
+
+    ExportRequest m_export;
+    BuildRequest m_build;
+};
+
+}  // namespace
+
+Request parseCommandLine(int argc, char** argv)
+{
+    return Parser().parse(argc, argv);
+}
