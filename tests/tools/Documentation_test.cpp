@@ -33,7 +33,7 @@ TEST(Completion, OffersWhatFits)
     const Case cases[] = {
         {"zav \"\"",
          "--format --debug --help --version faults fault texts sql check info install export build "
-         "help"},
+         "diff help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -51,6 +51,9 @@ TEST(Completion, OffersWhatFits)
         {"zav install faults.db other.db \"\"", ""},
         {"zav install --d", "--downgrade"},
         {"zav export faults.db \"\"", "faults.db other.db folder a.txt"},
+        {"zav diff --format m", "markdown"},
+        {"zav diff faults.db other.db --code \"\"", "7 12"},
+        {"zav diff faults.db other.db --language 3", "30"},
         {"zav export --dr", "--drop-own"},
         {"zav build folder --release \"\"", ""},
         {"zav build --force folder o", "other.db"},
@@ -99,11 +102,12 @@ TEST(Manual, IsOfTheUserCommands)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                                       "--help; zav info --help; zav install --help; zav export "
-                                       "--help; zav build --help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                                       " | sed 's/-h,//'")
-                                 .output);
+    std::istringstream words(
+        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                  "--help; zav info --help; zav install --help; zav export "
+                  "--help; zav build --help; zav diff --help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                  " | sed 's/-h,//'")
+            .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

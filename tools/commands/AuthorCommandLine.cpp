@@ -4,6 +4,7 @@
 
 #include "CommandLine.h"
 #include "author/BuildCommand.h"
+#include "author/DiffCommand.h"
 #include "author/ExportCommand.h"
 #include "line/CommandParser.h"
 #include "line/arguments.h"
@@ -19,6 +20,7 @@ public:
     {
         addExport();
         addBuild();
+        addDiff();
         addHelp();
     }
 
@@ -68,6 +70,31 @@ private:
         });
     }
 
+    void addDiff()
+    {
+        CLI::App* command = addCommand(
+            "diff", descriptionOf("diff"),
+            footer("  zav diff released.db faults.db --format markdown\n", "the files differ"));
+        command->add_option("OLD", m_diff.before, "The old file")->required()->type_name("");
+        command->add_option("NEW", m_diff.after, "The new file")->required()->type_name("");
+        addDebug(*command);
+        addFormat(*command, "table|json|csv|markdown");
+        addNumbers(*command, "--code", m_diff.codes, "Only what is of this fault type")
+            ->type_name("CODE");
+        addNumbers(*command, "--language", m_diff.languages, "Only the texts in this language")
+            ->type_name("LANGUAGE");
+        command->callback([this] {
+            m_diff.format = chosen<DiffFormat>({{"table", DiffFormat::LINES},
+                                                {"json", DiffFormat::JSON},
+                                                {"csv", DiffFormat::CSV},
+                                                {"markdown", DiffFormat::MARKDOWN}},
+                                               m_format, "--format");
+            m_diff.debugLevel = m_debugLevel;
+            m_request = {Format::TABLE,
+                         [request = m_diff](Output& output) { return runDiff(request, output); }};
+        });
+    }
+
     static std::int32_t releaseFrom(const std::string& text)
     {
         constexpr std::int32_t LARGEST = std::numeric_limits<std::int32_t>::max();
@@ -87,6 +114,7 @@ private:
 
     ExportRequest m_export;
     BuildRequest m_build;
+    DiffRequest m_diff;
 };
 
 }  // namespace

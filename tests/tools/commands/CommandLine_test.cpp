@@ -50,6 +50,9 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"--debug 1 build FOLDER FILE", "--debug: zav build keeps the library silent", "build "},
         {"export FILE", "FOLDER is required", "export "},
         {"--format table export FILE FOLDER --drop", "not understood: --drop", "export "},
+        {"diff OLD NEW --language x", "--language: \"x\" is no number from 0 to 65535", "diff "},
+        {"diff OLD NEW --format xml", "--format: \"xml\" is none of table|json|csv|markdown",
+         "diff "},
         {"help chekc", "there is no command chekc; did you mean check?", ""},
     };
     const ZavCommand zav;
@@ -94,6 +97,7 @@ Subcommands:
   install                     Put a checked copy of a file in the place of another
   export                      Write a file as text that lives in version control
   build                       Make a file of such text
+  diff                        Show what a new file changes
   help                        Print the help of a command
 
 Examples:
@@ -106,6 +110,7 @@ Examples:
   zav install faults.db /data/faults.db             safely into the place of the old file
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
+  zav diff released.db faults.db                    what the new file changes
 
 zav help COMMAND tells what a command takes.
 

@@ -57,6 +57,7 @@ protected:
     Request m_request;
     std::string m_file;
     std::string m_format = "table";
+    int m_debugLevel = 0;
 
 private:
     static Request printing(const std::string& text);
@@ -71,6 +72,5 @@ private:
     std::string whereHelpIs() const;
 
     CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
-    int m_debugLevel = 0;
     std::string m_helpTopic;
 };

@@ -35,6 +35,7 @@ const std::vector<AuthorCommand>& authorCommands()
     static const std::vector<AuthorCommand> commands = {
         {"export", "Write a file as text that lives in version control"},
         {"build", "Make a file of such text"},
+        {"diff", "Show what a new file changes"},
     };
     return commands;
 }

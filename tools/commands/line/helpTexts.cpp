@@ -19,6 +19,7 @@ constexpr const char* EXAMPLES = R"(Examples:
   zav install faults.db /data/faults.db             safely into the place of the old file
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
+  zav diff released.db faults.db                    what the new file changes
 
 zav help COMMAND tells what a command takes.
 
