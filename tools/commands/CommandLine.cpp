@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
 #include <set>
 #include <sstream>
@@ -72,6 +74,21 @@ std::string fileComesFirst(const std::string& command, const std::string& file,
     return fmt::format("the file comes first: zav {} {} {}", command, file, other);
 }
 
+/// @return the names of a list, each of which must be one of the known.
+std::vector<std::string> columnsFrom(const std::string& list, const std::vector<std::string>& known)
+{
+    std::istringstream stream(list + ',');
+    std::vector<std::string> names;
+    for (std::string name; std::getline(stream, name, ',');) {
+        if (std::find(known.begin(), known.end(), name) == known.end()) {
+            throw CLI::ValidationError(
+                "--columns", fmt::format(R"("{}" is none of {})", name, fmt::join(known, ",")));
+        }
+        names.push_back(name);
+    }
+    return names;
+}
+
 /// The commands of zav itself.
 class Parser : public CommandParser {
 public:
@@ -94,44 +111,84 @@ private:
     void addFaults()
     {
         CLI::App* command = addFileCommand("faults", "Show all fault types", exitStatuses());
-        addFormat(*command, "table|json|csv");
-        command->callback([this] { runOnDatabase(listingFormat(), runFaults); });
+        addListing(*command, faultTypeModel().columnNames());
+        command->callback([this] {
+            runOnDatabase(listingFormat(),
+                          [options = m_listing](Database& database, Output& output) {
+                              return runFaults(database, options, output);
+                          });
+        });
     }
 
     void addFault()
     {
-        CLI::App* command = addFileCommand("fault", "Show one fault type, with its texts",
-                                           exitStatuses("no fault type, or several, of the code"));
-        addFormat(*command, "table|json|csv");
-        command->add_option("CODE", m_code, "Code of the fault type, 0 to 65535")
+        CLI::App* command =
+            addFileCommand("fault", "Show one fault type, with its texts",
+                           exitStatuses("no fault type, or several, of the code or alias"));
+        command
+            ->add_option("CODE|ALIAS", m_code,
+                         "Code of the fault type, 0 to 65535; or its alias, in any letter case")
             ->required()
             ->type_name("");
+        addListing(*command, faultColumns());
+        addNumbers(*command, "--language", m_fault.languages,
+                   "Only the texts in this language; may be repeated")
+            ->type_name("LANGUAGE");
         command->callback([this] {
             if (isNumber(m_file) && !isNumber(m_code)) {
                 throw CLI::ValidationError(fileComesFirst("fault", m_code, m_file));
             }
-            runOnDatabase(listingFormat(), [code = numberFrom<std::uint16_t>(m_code, "CODE")](
-                                               Database& database, Output& output) {
-                return runFault(database, code, output);
+            takeCodeOrAlias();
+            m_fault.listing = m_listing;
+            runOnDatabase(listingFormat(), [request = m_fault](Database& database, Output& output) {
+                return runFault(database, request, output);
             });
         });
+    }
+
+    void takeCodeOrAlias()
+    {
+        if (m_code.empty()) {
+            throw CLI::ValidationError("CODE|ALIAS", "is empty");
+        }
+        if (isNumber(m_code)) {
+            m_fault.code = numberFrom<std::uint16_t>(m_code, "CODE");
+        } else {
+            m_fault.alias = m_code;
+        }
     }
 
     void addTexts()
     {
         CLI::App* command = addFileCommand("texts", "Show the texts of fault types",
                                            exitStatuses("no text has the code and language"));
-        addFormat(*command, "table|json|csv");
-        addNumber<std::uint32_t>(*command, "--code", m_filter.code, "Only those of this fault type")
+        addListing(*command, textsColumns());
+        addNumbers(*command, "--code", m_texts.codes,
+                   "Only those of this fault type; may be repeated")
             ->type_name("CODE");
-        addNumber<std::uint16_t>(*command, "--language", m_filter.language,
-                                 "Only those in this language")
+        addNumbers(*command, "--language", m_texts.languages,
+                   "Only those in this language; may be repeated")
             ->type_name("LANGUAGE");
         command->callback([this] {
-            runOnDatabase(listingFormat(), [filter = m_filter](Database& database, Output& output) {
-                return runTexts(database, filter, output);
+            m_texts.listing = m_listing;
+            runOnDatabase(listingFormat(), [request = m_texts](Database& database, Output& output) {
+                return runTexts(database, request, output);
             });
         });
+    }
+
+    /// @param columns  the names of those that there are.
+    void addListing(CLI::App& app, const std::vector<std::string>& columns)
+    {
+        addFormat(app, "table|json|csv");
+        app.add_flag("--stored", m_listing.isStored,
+                     "The values as the file holds them, not as the library delivers them");
+        const auto store = [this, columns](const std::string& list) {
+            m_listing.columns = columnsFrom(list, columns);
+        };
+        app.add_option_function<std::string>("--columns", store,
+                                             "The columns that are wanted, in their order")
+            ->type_name("NAME,NAME,...");
     }
 
     void addSql()
@@ -261,8 +318,10 @@ private:
     CheckRequest m_check;
     InfoRequest m_info;
     InstallRequest m_install;
+    ListingOptions m_listing;
     std::string m_code;
-    TextsFilter m_filter;
+    FaultRequest m_fault;
+    TextsRequest m_texts;
     std::string m_statement;
     TableChoice m_tables = TableChoice::ALL;
 };

@@ -35,7 +35,7 @@ TableView viewOf(const Table& table)
                 for (const Table::Row& row : table.rows) {
                     viewed.clear();
                     for (const Table::Cell& cell : row) {
-                        viewed.push_back(std::visit(View(), cell));
+                        viewed.push_back(viewOf(cell));
                     }
                     take(viewed);
                 }
@@ -48,10 +48,20 @@ Table tableOf(const TableView& view)
     view.forEachRow([&](const TableView::Row& row) {
         Table::Row& cells = table.rows.emplace_back();
         for (const TableView::Cell& cell : row) {
-            cells.push_back(std::visit(Keep(), cell));
+            cells.push_back(kept(cell));
         }
     });
     return table;
+}
+
+TableView::Cell viewOf(const Table::Cell& cell)
+{
+    return std::visit(View(), cell);
+}
+
+Table::Cell kept(const TableView::Cell& cell)
+{
+    return std::visit(Keep(), cell);
 }
 
 std::string cellText(const TableView::Cell& cell)

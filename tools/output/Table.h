@@ -45,6 +45,12 @@ TableView viewOf(const Table& table);
 /// @return the table with all its rows.
 Table tableOf(const TableView& view);
 
+/// @return a view of a cell that lives longer.
+TableView::Cell viewOf(const Table::Cell& cell);
+
+/// @return the cell, kept.
+Table::Cell kept(const TableView::Cell& cell);
+
 /// @return the cell as it stands; a number in decimal, and NULL by that word.
 std::string cellText(const TableView::Cell& cell);
 

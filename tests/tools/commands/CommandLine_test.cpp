@@ -29,7 +29,7 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"faults FILE --debug much",
          "--debug: \"much\" is no number from -2147483648 to 2147483647", "faults "},
         {"--debug 1 check FILE", "--debug: zav check keeps the library silent", "check "},
-        {"fault FILE", "CODE is required", "fault "},
+        {"fault FILE", "CODE|ALIAS is required", "fault "},
         {"fault 101 faults.db", "the file comes first: zav fault faults.db 101", "fault "},
         {"sql FILE", "STATEMENT is required", "sql "},
         {"sql FILE delete", "STATEMENT: \"delete\" is none of insert|update", "sql "},
@@ -171,8 +171,10 @@ Options:
   -h,--help                   Print this help message and exit
   --debug LEVEL               The library's lines on standard error: 0 errors only, 1 and 2 more
   --format table|json|csv     How results are written; table unless given
-  --code CODE                 Only those of this fault type
-  --language LANGUAGE         Only those in this language
+  --stored                    The values as the file holds them, not as the library delivers them
+  --columns NAME,NAME,...     The columns that are wanted, in their order
+  --code CODE ...             Only those of this fault type; may be repeated
+  --language LANGUAGE ...     Only those in this language; may be repeated
 
 Exit status: 0 done, 1 no text has the code and language, 2 wrong usage, 3 the
 file cannot be read or the output cannot be written.

@@ -2,8 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "database/DatabaseErrors.h"
-#include "database/RawDatabase.h"
+#include "readingStored.h"
 #include "valueColumns.h"
 
 namespace {
@@ -28,11 +27,7 @@ std::vector<StoredRow> readTable(const RawDatabase& database, const TableModel& 
 
 StoredFile readStored(const Database& database)
 {
-    try {
-        const RawDatabase raw(database.file());
-        return {readTable(raw, faultTypeModel()), readTable(raw, descriptionsModel())};
-    } catch (const FailedQuery& failure) {
-        throw UnreadableFile(
-            fmt::format("{}: cannot be read: {}", database.file(), failure.what()));
-    }
+    return readingStored(database, [](const RawDatabase& raw) {
+        return StoredFile{readTable(raw, faultTypeModel()), readTable(raw, descriptionsModel())};
+    });
 }

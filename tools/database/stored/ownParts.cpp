@@ -5,9 +5,8 @@
 
 #include <algorithm>
 
-#include "database/DatabaseErrors.h"
-#include "database/RawDatabase.h"
 #include "database/TableModel.h"
+#include "readingStored.h"
 
 namespace {
 
@@ -62,15 +61,11 @@ void addColumns(const RawDatabase& database, const TableModel& table,
 
 std::vector<std::string> ownParts(const Database& database)
 {
-    try {
-        const RawDatabase raw(database.file());
+    return readingStored(database, [](const RawDatabase& raw) {
         std::vector<std::string> parts;
         addObjects(raw, parts);
         addColumns(raw, faultTypeModel(), parts);
         addColumns(raw, descriptionsModel(), parts);
         return parts;
-    } catch (const FailedQuery& failure) {
-        throw UnreadableFile(
-            fmt::format("{}: cannot be read: {}", database.file(), failure.what()));
-    }
+    });
 }

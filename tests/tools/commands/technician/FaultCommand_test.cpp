@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/database.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -160,21 +161,146 @@ TEST(FaultCommand, FindsTheSmallestAndTheLargestCode)
     EXPECT_EQ(zav.run("fault " + file + " 65535").status, 0);
 }
 
-TEST(FaultCommand, TakesOnlyDecimalCodesOf16Bits)
+TEST(FaultCommand, TakesDigitsForACodeOf16Bits)
 {
     const ZavCommand zav;
     const std::string file = zav.database("INSERT INTO fault_type_definition(code) VALUES(8)");
     const std::string fault = "fault " + file + " ";
-    for (const std::string code : {"65536", "0x8", "8.0", "+8", "' 8'", "''", "eight"}) {
-        const CommandResult result = zav.run(fault + code);
-        EXPECT_EQ(result.output, "") << code;
-        EXPECT_EQ(result.status, 2) << code;
-    }
     EXPECT_EQ(zav.run("fault " + file + " 65536").errors,
               "zav: CODE: \"65536\" is no number from 0 to 65535\n"
               "zav: see zav fault --help\n");
-    EXPECT_EQ(zav.run("fault " + file + " -1").status, 2);
+    EXPECT_EQ(zav.run("fault " + file + " ''").errors,
+              "zav: CODE|ALIAS: is empty\n"
+              "zav: see zav fault --help\n");
+    for (const std::string argument : {"65536", "''"}) {
+        EXPECT_EQ(zav.run(fault + argument).status, 2) << argument;
+    }
+    for (const std::string argument : {"0x8", "8.0", "+8", "-1", "' 8'", "eight"}) {
+        const CommandResult result = zav.run(fault + argument);
+        EXPECT_EQ(result.output, "") << argument;
+        EXPECT_EQ(result.status, 1) << "no such alias: " << argument;
+    }
     EXPECT_EQ(zav.run("fault " + file + " 010").status, 1) << "decimal, not octal";
+}
+
+const char* const ALIASES =
+    "INSERT INTO fault_type_definition VALUES"
+    "(1,'Door_Open','error',0,0),(2,'door_open','info',0,0),(3,'ÖL_heiß','',0,0),(4,'','',0,0);"
+    "INSERT INTO descriptions VALUES"
+    "(1,1,1,'Open','','','',''),(2,1,2,'Offen','','',NULL,''),(3,1,3,'x','','','','')";
+
+TEST(FaultCommand, FindsAnAliasAsWrittenOrElseInAnyLetterCase)
+{
+    struct Case {
+        std::string alias;
+        std::string codes;
+    };
+    const Case cases[] = {{"Door_Open", "1"}, {"door_open", "2"},    {"öl_HEIß", "3"},
+                          {"ÖL_heiß", "3"},   {"DOOR_OPEN", "1\n2"}, {"DOOR", ""}};
+    const ZavCommand zav;
+    const std::string file = zav.database(ALIASES);
+    for (const Case& row : cases) {
+        const CommandResult result = zav.shell("{ zav fault " + file + " " + row.alias +
+                                               " --format csv --columns code; echo $? >&2; } | tr "
+                                               "-d '\\r' | sed 1d | uniq");
+        EXPECT_EQ(result.output, row.codes + (row.codes.empty() ? "" : "\n")) << row.alias;
+        EXPECT_EQ(result.errors.back(), '\n');
+        EXPECT_EQ(result.errors.substr(result.errors.size() - 2),
+                  row.codes.size() == 1 ? "0\n" : "1\n");
+    }
+}
+
+TEST(FaultCommand, ListsTheFaultTypesOfOneAlias)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(ALIASES);
+    const CommandResult result = zav.run("fault --format csv " + file + " DOOR_OPEN");
+    EXPECT_EQ(result.output,
+              "code,alias,type,bug,clear_after_cycle_nr\r\n"
+              "1,Door_Open,error,0,0\r\n"
+              "2,door_open,info,0,0\r\n");
+    EXPECT_EQ(result.errors, "zav: " + file + ": 2 fault types have the alias DOOR_OPEN\n");
+    EXPECT_EQ(zav.run("fault --format csv --columns name " + file + " DOOR_OPEN").output,
+              result.output)
+        << "it has no texts";
+    EXPECT_EQ(result.status, 1);
+}
+
+TEST(FaultCommand, NamesTheNearestAlias)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(ALIASES);
+    CommandResult result = zav.run("fault " + file + " ol_heis");
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors,
+              "zav: " + file + ": no fault type has the alias ol_heis; the nearest is ÖL_heiß\n");
+    EXPECT_EQ(result.status, 1);
+    runSql(file, "UPDATE fault_type_definition SET alias=hex(zeroblob(100000))");
+    result = zav.run("fault " + file + " E1");
+    EXPECT_EQ(result.errors, "zav: " + file + ": no fault type has the alias E1\n");
+}
+
+TEST(FaultCommand, NarrowsToLanguagesAndColumns)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(ALIASES);
+    const std::string fault = "fault " + file + " 1 --language 2 --language 1 ";
+    EXPECT_EQ(zav.run(fault + "--format csv --columns name,alias,comment").output,
+              "name,alias,comment\r\n"
+              "Open,Door_Open,\r\n"
+              "Offen,Door_Open,n/a\r\n");
+    EXPECT_EQ(zav.run(fault + "--columns alias,code").output,
+              "alias  Door_Open\n"
+              "code   1\n");
+    EXPECT_EQ(zav.run(fault + "--columns name").output,
+              "name  Open\n"
+              "\n"
+              "name  Offen\n");
+    EXPECT_EQ(zav.run(fault + "--format json --columns alias").output,
+              "{\n  \"alias\": \"Door_Open\"\n}\n");
+    EXPECT_EQ(zav.run(fault + "--columns alias,nam").errors,
+              "zav: --columns: \"nam\" is none of code,alias,type,bug,clear_after_cycle_nr,id,"
+              "id_fault_type,id_language,name,short_description,description,comment,remedy\n"
+              "zav: see zav fault --help\n");
+}
+
+TEST(FaultCommand, ShowsStoredValues)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(ALIASES);
+    runSql(file,
+           "UPDATE fault_type_definition SET bug=-1, clear_after_cycle_nr=1.5 WHERE code=1;"
+           "UPDATE descriptions SET remedy='\\N' WHERE id=2; UPDATE descriptions SET "
+           "id_fault_type='1' WHERE id=3");
+    EXPECT_EQ(zav.run("fault " + file + " 1 --stored --language 2 --format json").output, R"({
+  "code": 1,
+  "alias": "Door_Open",
+  "type": "error",
+  "bug": -1,
+  "clear_after_cycle_nr": 1.5,
+  "texts": [
+    {
+      "id": 2,
+      "id_fault_type": 1,
+      "id_language": 2,
+      "name": "Offen",
+      "short_description": "",
+      "description": "",
+      "comment": null,
+      "remedy": "\\N"
+    }
+  ]
+}
+)");
+    EXPECT_EQ(zav.run("fault " + file +
+                      " 1 --stored --language 2 --format csv --columns bug,comment,remedy")
+                  .output,
+              "bug,comment,remedy\r\n"
+              "-1,\\N,\\\\N\r\n");
+    EXPECT_EQ(zav.run("fault " + file + " Door_Open --stored --language 2 --columns comment,remedy")
+                  .output,
+              "comment  NULL\n"
+              "remedy   \\N\n");
 }
 
 }  // namespace

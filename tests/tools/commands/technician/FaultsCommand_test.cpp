@@ -114,4 +114,45 @@ TEST(FaultsCommand, KeepsTheLibrarysErrorsOutOfTheOutput)
     EXPECT_EQ(result.status, 0);
 }
 
+TEST(FaultsCommand, ShowsStoredValuesAndChosenColumns)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(
+        "INSERT INTO fault_type_definition VALUES(-3,NULL,'\\N',-1,1.5),(12,'n/a','',1e300,'x')");
+    EXPECT_EQ(zav.run("faults --stored --format json " + file).output, R"([
+  {
+    "code": -3,
+    "alias": null,
+    "type": "\\N",
+    "bug": -1,
+    "clear_after_cycle_nr": 1.5
+  },
+  {
+    "code": 12,
+    "alias": "n/a",
+    "type": "",
+    "bug": 1e+300,
+    "clear_after_cycle_nr": "x"
+  }
+]
+)");
+    EXPECT_EQ(zav.run("faults --stored --format csv --columns type,alias,code " + file).output,
+              "type,alias,code\r\n\\\\N,\\N,-3\r\n,n/a,12\r\n");
+    EXPECT_EQ(zav.run("faults --columns alias " + file).output, "alias\n-----\nn/a\nn/a\n");
+    EXPECT_EQ(zav.run("faults --columns alias,Code " + file).errors,
+              "zav: --columns: \"Code\" is none of code,alias,type,bug,clear_after_cycle_nr\n"
+              "zav: see zav faults --help\n");
+}
+
+TEST(FaultsCommand, SaysWhichStoredColumnIsMissing)
+{
+    const ZavCommand zav;
+    const std::string file =
+        zav.database("ALTER TABLE fault_type_definition RENAME COLUMN bug TO beetle");
+    const CommandResult result = zav.run("faults --stored " + file);
+    EXPECT_EQ(result.errors,
+              "zav: " + file + ": cannot be read: no such column: fault_type_definition.bug\n");
+    EXPECT_EQ(result.status, 3);
+}
+
 }  // namespace

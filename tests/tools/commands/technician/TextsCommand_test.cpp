@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/database.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -17,12 +18,14 @@ TEST(TextsCommand, ShowsAllTextsInEveryFormat)
     const std::string file = zav.database(
         "INSERT INTO descriptions VALUES"
         "(1,12,3,'n','s','d',NULL,'r')");
-    EXPECT_EQ(zav.run("texts " + file).output,
-              "id  id fault type  id language  name  short description  description  comment  "
-              "remedy\n"
-              "--  -------------  -----------  ----  -----------------  -----------  -------  "
-              "------\n"
-              " 1             12            3  n     s                  d            n/a      r\n");
+    EXPECT_EQ(
+        zav.run("texts " + file).output,
+        "id  id fault type  alias  type  id language  name  short description  description  comment"
+        "  remedy\n"
+        "--  -------------  -----  ----  -----------  ----  -----------------  -----------  -------"
+        "  ------\n"
+        " 1             12                         3  n     s                  d            n/a    "
+        "  r\n");
     EXPECT_EQ(zav.run("texts --format csv " + file).output, HEADER + "1,12,3,n,s,d,n/a,r\r\n");
     EXPECT_EQ(zav.run("texts --format json " + file).output, R"([
   {
@@ -53,6 +56,9 @@ TEST(TextsCommand, NarrowsByCodeAndLanguage)
         {"--language 2", "2,12,2,b,,,,\r\n" + lost, 0},
         {"--code 12 --language 2", "2,12,2,b,,,,\r\n", 0},
         {"--code 70000", lost, 0},
+        {"--code 70000 --code 12", "1,12,1,a,,,,\r\n2,12,2,b,,,,\r\n" + lost, 0},
+        {"--code 12 --language 1 --language 7", "1,12,1,a,,,,\r\n", 0},
+        {"--code 9 --code 12 --language 2", "2,12,2,b,,,,\r\n", 0},
         {"--code 13", "", 1},
         {"--code 4294967295", "", 1},
         {"--language 3", "", 1},
@@ -78,6 +84,9 @@ TEST(TextsCommand, SaysWhatIsNotThere)
         {"--code 14", "the code 14"},
         {"--language 3", "the language 3"},
         {"--code 13 --language 1", "the code 13 and the language 1"},
+        {"--code 15 --code 14 --language 1 --language 2",
+         "the code 14 or 15 and the language 1 or 2"},
+        {"--stored --code 14", "the code 14"},
     };
     const ZavCommand zav;
     const std::string file =
@@ -88,6 +97,64 @@ TEST(TextsCommand, SaysWhatIsNotThere)
         EXPECT_EQ(result.status, 1) << row.options;
     }
     EXPECT_EQ(zav.run("texts --code 13 --language 2 " + file).errors, "");
+}
+
+const char* const WITH_FAULT_TYPES =
+    "INSERT INTO fault_type_definition VALUES(12,'E12',NULL,0,0);"
+    "INSERT INTO descriptions VALUES(1,12,1,'a','\\N','',NULL,''),(2,-1,70000,x'00ff','','','','')";
+
+TEST(TextsCommand, ShowsAliasAndTypeOfTheFaultType)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(WITH_FAULT_TYPES);
+    EXPECT_EQ(zav.run("texts " + file).output,
+              "id  id fault type  alias  type  id language  name  short description  description  "
+              "comment  remedy\n"
+              "--  -------------  -----  ----  -----------  ----  -----------------  -----------  "
+              "-------  ------\n"
+              " 1             12  E12    n/a             1  a     \\N                              "
+              "n/a\n"
+              " 2          65535                         0\n");
+    EXPECT_EQ(zav.run("texts --format csv --columns name,type,alias " + file).output,
+              "name,type,alias\r\n"
+              "a,n/a,E12\r\n"
+              ",,\r\n");
+}
+
+TEST(TextsCommand, ShowsStoredValues)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database(WITH_FAULT_TYPES);
+    const std::string texts = "texts --stored " + file + " ";
+    EXPECT_EQ(
+        zav.run(texts + "--columns id_fault_type,alias,type,id_language,short_description,comment")
+            .output,
+        "id fault type  alias  type  id language  short description  comment\n"
+        "-------------  -----  ----  -----------  -----------------  -------\n"
+        "           12  E12    NULL            1  \\N                 NULL\n"
+        "           -1  NULL   NULL        70000\n");
+    EXPECT_EQ(zav.run(texts + "--format csv --code 12").output,
+              HEADER + "1,12,1,a,\\\\N,,\\N,\r\n");
+    EXPECT_EQ(zav.run(texts + "--format csv --language 5 --language 1 --columns id").output,
+              "id\r\n1\r\n");
+    EXPECT_EQ(
+        zav.run(texts + "--format json --columns comment,id_fault_type,type --code 12").output,
+        "[\n  {\n    \"comment\": null,\n    \"id_fault_type\": 12,\n    \"type\": null\n  }\n]\n");
+}
+
+TEST(TextsCommand, DimsNullOnATerminal)
+{
+    if (!ZavCommand::canOpenTerminal()) {
+        GTEST_SKIP() << "no pseudo-terminals here";
+    }
+    const ZavCommand zav;
+    runSql(zav.database(WITH_FAULT_TYPES), "UPDATE descriptions SET name='NULL' WHERE id=1");
+    EXPECT_EQ(zav.runOnTerminal(80, "texts --stored --code 12 --columns name,comment,id " +
+                                        zav.file("faults.db"))
+                  .output,
+              "\x1b[1mname\x1b[0m  \x1b[1mcomment\x1b[0m  \x1b[1mid\x1b[0m\n"
+              "----  -------  --\n"
+              "NULL  \x1b[2mNULL\x1b[0m      1\n");
 }
 
 TEST(TextsCommand, EmptyTableIsNoFailure)
