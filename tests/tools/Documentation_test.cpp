@@ -32,8 +32,9 @@ TEST(Completion, OffersWhatFits)
     };
     const Case cases[] = {
         {"zav \"\"",
-         "--format --debug --help --version faults fault texts sql check info install export build "
-         "diff help"},
+         "--format --debug --help --version faults fault texts sql check info install search "
+         "export "
+         "build diff help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -58,6 +59,8 @@ TEST(Completion, OffersWhatFits)
         {"zav diff --format m", "markdown"},
         {"zav diff faults.db other.db --code \"\"", "7 12"},
         {"zav diff faults.db other.db --language 3", "30"},
+        {"zav search faults.db --field na", "name"},
+        {"zav search faults.db \"\"", ""},
         {"zav export --dr", "--drop-own"},
         {"zav build folder --release \"\"", ""},
         {"zav build --force folder o", "other.db"},
@@ -106,12 +109,12 @@ TEST(Manual, IsOfTheUserCommands)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(
-        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                  "--help; zav info --help; zav install --help; zav export "
-                  "--help; zav build --help; zav diff --help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                  " | sed 's/-h,//'")
-            .output);
+    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                                       "--help; zav info --help; zav install --help; zav export "
+                                       "--help; zav build --help; zav search --help; zav diff "
+                                       "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                                       " | sed 's/-h,//'")
+                                 .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

@@ -1,5 +1,7 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "CommandLine.h"
@@ -10,6 +12,7 @@
 #include "line/arguments.h"
 #include "line/authorCommands.h"
 #include "line/helpTexts.h"
+#include "technician/SearchCommand.h"
 
 namespace {
 
@@ -18,6 +21,7 @@ class Parser : public CommandParser {
 public:
     Parser()
     {
+        addSearch();
         addExport();
         addBuild();
         addDiff();
@@ -25,6 +29,50 @@ public:
     }
 
 private:
+    void addSearch()
+    {
+        CLI::App* command = addFileCommand(
+            "search", descriptionOf("search"),
+            footer("  zav search faults.db door open --language 1\n", "nothing has all words"));
+        command->add_option("WORD", m_search.words, "What a fault type must have, all of them")
+            ->required()
+            ->type_name("");
+        addFormat(*command, "table|json|csv");
+        addNumbers(*command, "--language", m_search.languages,
+                   "Only in this language; may be repeated")
+            ->type_name("LANGUAGE");
+        const auto store = [this](const std::vector<std::string>& names) {
+            for (const std::string& name : names) {
+                m_search.fields.insert(fieldFrom(name));
+            }
+        };
+        command
+            ->add_option_function<std::vector<std::string>>("--field", store,
+                                                            "Only in this column; may be repeated")
+            ->type_name("NAME")
+            ->allow_extra_args(false);
+        command->callback([this] {
+            if (std::find(m_search.words.begin(), m_search.words.end(), "") !=
+                m_search.words.end()) {
+                throw CLI::ValidationError("WORD", "is empty");
+            }
+            runOnDatabase(listingFormat(),
+                          [request = m_search](Database& database, Output& output) {
+                              return runSearch(database, request, output);
+                          });
+        });
+    }
+
+    static std::string fieldFrom(const std::string& name)
+    {
+        const std::vector<std::string> known = searchedFields();
+        if (std::find(known.begin(), known.end(), name) == known.end()) {
+            throw CLI::ValidationError(
+                "--field", fmt::format(R"("{}" is none of {})", name, fmt::join(known, "|")));
+        }
+        return name;
+    }
+
     void addExport()
     {
         CLI::App* command = addFileCommand(
@@ -112,6 +160,7 @@ private:
         return "Example:\n" + example + "\n" + exitStatuses(foundNothing);
     }
 
+    SearchRequest m_search;
     ExportRequest m_export;
     BuildRequest m_build;
     DiffRequest m_diff;

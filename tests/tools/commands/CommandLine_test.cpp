@@ -95,6 +95,7 @@ Subcommands:
   check                       Find what would surprise an application
   info                        Say what a file is
   install                     Put a checked copy of a file in the place of another
+  search                      Find the fault types that have some words
   export                      Write a file as text that lives in version control
   build                       Make a file of such text
   diff                        Show what a new file changes
@@ -108,6 +109,7 @@ Examples:
   zav check faults.db                               what would surprise an application
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
+  zav search faults.db door open                    the fault types that have these words
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
   zav diff released.db faults.db                    what the new file changes

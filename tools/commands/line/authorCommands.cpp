@@ -33,6 +33,7 @@ std::string commandOf(const std::vector<std::string>& words)
 const std::vector<AuthorCommand>& authorCommands()
 {
     static const std::vector<AuthorCommand> commands = {
+        {"search", "Find the fault types that have some words"},
         {"export", "Write a file as text that lives in version control"},
         {"build", "Make a file of such text"},
         {"diff", "Show what a new file changes"},

@@ -68,13 +68,8 @@ TableView withFaultTypes(const TableView& texts, const FaultTypeCellsByCode& cel
 /// For programs, the columns are those of the table unless others are asked for.
 std::vector<std::string> wantedColumns(const TextsRequest& request, Format format)
 {
-    if (!request.listing.columns.empty()) {
-        return request.listing.columns;
-    }
-    if (format == Format::TABLE) {
-        return textsColumns();
-    }
-    return descriptionsModel().columnNames();
+    return request.listing.columns.empty() && format == Format::TABLE ? textsColumns()
+                                                                      : request.listing.columns;
 }
 
 bool hasFaultTypeColumn(const std::vector<std::string>& names)
@@ -91,9 +86,12 @@ void print(const TableView& texts, const TextsRequest& request, const FaultTypes
            const FaultTypeCells& none, Output& output)
 {
     const std::vector<std::string> columns = wantedColumns(request, output.format());
-    const FaultTypeCellsByCode cells =
-        hasFaultTypeColumn(columns) ? faultTypes() : FaultTypeCellsByCode();
-    output.print(chosenColumns(withFaultTypes(texts, cells, none), columns));
+    if (hasFaultTypeColumn(columns)) {
+        const FaultTypeCellsByCode cells = faultTypes();
+        output.print(chosenColumns(withFaultTypes(texts, cells, none), columns));
+    } else {
+        output.print(chosenColumns(texts, columns));
+    }
 }
 
 std::vector<Descriptions> deliveredTexts(Database& database, const TextsRequest& request)
