@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Writes what scripts/bench has measured into docs/benchmarks.md and, for its chart, as a table.
 
-    bench/report.py SUITE_JSON COST_MARKDOWN MACHINE_MARKDOWN CHECK_MARKDOWN LISTINGS_MARKDOWN PAGE CHART_DATA
+    bench/report.py SUITE_JSON COST_MARKDOWN MACHINE_MARKDOWN CHECK_MARKDOWN LISTINGS_MARKDOWN \
+        SOURCES_MARKDOWN PAGE CHART_DATA
 
 Of the page, only what stands between the two markers is replaced.
 """
@@ -182,7 +183,7 @@ def write_chart_data(runs, path):
 
 
 def main():
-    suite, cost, machine, check, listings, page, chart_data = sys.argv[1:]
+    suite, cost, machine, check, listings, sources, page, chart_data = sys.argv[1:]
     runs = read_suite(suite)
     write_chart_data(runs, chart_data)
     with open(machine, encoding="utf-8") as file:
@@ -193,6 +194,8 @@ def main():
         check_text = file.read().strip()
     with open(listings, encoding="utf-8") as file:
         listings_text = file.read().strip()
+    with open(sources, encoding="utf-8") as file:
+        sources_text = file.read().strip()
     text = "\n\n".join(
         [
             BEGIN,
@@ -212,6 +215,9 @@ def main():
             "turns; each text has a finding, since all languages have the same.\n\n" + check_text,
             "## zav texts\n\nThe listing of all texts beside the same mode of SQLite's shell, in "
             "turns.\n\n" + listings_text,
+            "## zav build\n\nA database of a folder of sources, checked and flushed to the disk, beside "
+            "what SQLite's shell takes to import the same files as they are, in turns.\n\n"
+            + sources_text,
             END,
         ]
     )

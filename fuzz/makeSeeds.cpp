@@ -1,5 +1,5 @@
-// Makes the inputs from which fuzzing starts: makeSeeds <folder> fills <folder>/decoder and
-// <folder>/databaseFile and <folder>/schema.
+// Makes the inputs from which fuzzing starts: makeSeeds <folder> fills a folder in it for each
+// target.
 
 #include <filesystem>
 #include <iostream>
@@ -30,6 +30,15 @@ const std::vector<Named> RESULTS = {
      "00017|0x11\n1e3|1.5\n"},
     {"other-columns", "remedy|CODE|code|code|unknown\nfirst|1|2|3|4\n"},
     {"no-rows", "code|alias\n"},
+};
+
+const std::vector<Named> SOURCES = {
+    {"plain", "code,name\r\n1,a\r\n2,b\r\n"},
+    {"quotes", "code,name\r\n1,\"a,\"\"b\"\"\r\nc\"\r\n"},
+    {"spreadsheet",
+     "\xEF\xBB\xBF"
+     "code;name\n\n1;\"a;b\"\n2;"},
+    {"mistakes", "code,name\r\n1,a\"b\r\n2,\"a\"b\r\n3,a\rb\r\n4,\"a\r\n"},
 };
 
 /// Statements that make one database each.
@@ -85,6 +94,10 @@ int main(int argc, char** argv)
     for (const auto& [name, text] : RESULTS) {
         std::filesystem::create_directories(folder / "decoder");
         setContents(folder / "decoder" / name, text);
+    }
+    for (const auto& [name, text] : SOURCES) {
+        std::filesystem::create_directories(folder / "csv");
+        setContents(folder / "csv" / name, text);
     }
     for (const auto& [name, sql] : DATABASES) {
         std::filesystem::create_directories(folder / "databaseFile");

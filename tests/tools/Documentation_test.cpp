@@ -32,7 +32,9 @@ TEST(Completion, OffersWhatFits)
     };
     const Case cases[] = {
         {"zav \"\"",
-         "--format --debug --help --version faults fault texts sql check info install help"},
+         "--format --debug --help --version faults fault texts sql check info install search "
+         "export "
+         "build diff help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -40,7 +42,11 @@ TEST(Completion, OffersWhatFits)
         {"zav install --format = ", "table json"},
         {"zav --format json che", "check"},
         {"zav help ins", "install"},
-        {"zav fault faults.db \"\"", "7 12"},
+        {"zav fault faults.db \"\"", "7 12 E12 E7"},
+        {"zav fault faults.db E1", "E12"},
+        {"zav faults faults.db --columns \"\"", "code alias type bug clear_after_cycle_nr"},
+        {"zav texts faults.db --columns a", "alias"},
+        {"zav texts --st", "--stored"},
         {"zav fault faults.db 1", "12"},
         {"zav texts faults.db --code \"\"", "7 12"},
         {"zav texts --language \"\"", "2 30"},
@@ -49,6 +55,16 @@ TEST(Completion, OffersWhatFits)
         {"zav install faults.db \"\"", "faults.db other.db folder a.txt"},
         {"zav install faults.db other.db \"\"", ""},
         {"zav install --d", "--downgrade"},
+        {"zav export faults.db \"\"", "faults.db other.db folder a.txt"},
+        {"zav diff --format m", "markdown"},
+        {"zav diff faults.db other.db --code \"\"", "7 12"},
+        {"zav diff faults.db other.db --language 3", "30"},
+        {"zav search faults.db --field na", "name"},
+        {"zav search faults.db \"\"", ""},
+        {"zav export --dr", "--drop-own"},
+        {"zav build folder --release \"\"", ""},
+        {"zav build --force folder o", "other.db"},
+        {"zav build --format \"\"", "table json"},
         {"zav faults --f", "--format"},
         {"zav faults fau", "faults.db"},
         {"zav texts --l", "--language"},
@@ -93,11 +109,12 @@ TEST(Manual, IsOfTheUserCommands)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(
-        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                  "--help; zav info --help; zav install --help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                  " | sed 's/-h,//'")
-            .output);
+    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                                       "--help; zav info --help; zav install --help; zav export "
+                                       "--help; zav build --help; zav search --help; zav diff "
+                                       "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                                       " | sed 's/-h,//'")
+                                 .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr const char* AUTHOR_COMMANDS = "search|export|build|diff";
+
 std::string withoutCarriageReturns(const std::string& text)
 {
     std::string plain;
@@ -32,19 +34,29 @@ std::string quoted(const std::string& word)
     return text + "'";
 }
 
+/// The program of a build, and what runs it, as words of a shell.
+std::string words(const std::string& program)
+{
+    std::string line;
+    for (const std::string& word : emulator()) {
+        line += quoted(word) + ' ';
+    }
+    return line + quoted(program);
+}
+
 }  // namespace
 
-// A program of one word, wherever the tree stands and whatever runs it.
+// A program of one word, wherever the tree stands and whatever runs it. An emulated program cannot
+// start another one, and so the commands of the other are given to it here.
 ZavCommand::ZavCommand() : m_program(m_programDir.file("zav"))
 {
-    std::vector<std::string> words = emulator();
-    words.emplace_back(ZAV_COMMAND);
     std::ofstream script(m_program);
-    script << "#!/bin/sh\nexec";
-    for (const std::string& word : words) {
-        script << ' ' << quoted(word);
+    script << "#!/bin/sh\n";
+    if (!emulator().empty()) {
+        script << "case \"$1\" in " << AUTHOR_COMMANDS << ") exec " << words(ZAV_AUTHOR_COMMAND)
+               << " \"$@\" ;; esac\n";
     }
-    script << " \"$@\"\n";
+    script << "exec " << words(ZAV_COMMAND) << " \"$@\"\n";
     script.close();
     std::filesystem::permissions(m_program, std::filesystem::perms::owner_all);
 }

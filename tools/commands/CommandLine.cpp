@@ -1,26 +1,29 @@
 #include "CommandLine.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
 #include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
 
-#include "CheckCommand.h"
-#include "FaultCommand.h"
-#include "FaultsCommand.h"
-#include "InfoCommand.h"
-#include "InstallCommand.h"
-#include "SqlCommand.h"
-#include "TextsCommand.h"
+#include "author/CheckCommand.h"
+#include "author/InfoCommand.h"
+#include "author/SqlCommand.h"
 #include "database/Database.h"
 #include "database/TableModel.h"
+#include "line/CommandParser.h"
 #include "line/arguments.h"
+#include "line/authorCommands.h"
 #include "line/helpTexts.h"
-#include "line/suggestion.h"
+#include "technician/FaultCommand.h"
+#include "technician/FaultsCommand.h"
+#include "technician/InstallCommand.h"
+#include "technician/TextsCommand.h"
 #include "text/nearest.h"
 
 namespace {
@@ -60,8 +63,6 @@ std::string contentFrom(const std::string& text)
     return hash;
 }
 
-constexpr const char* HELP = "help";
-
 bool isNumber(const std::string& text)
 {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
@@ -73,17 +74,26 @@ std::string fileComesFirst(const std::string& command, const std::string& file,
     return fmt::format("the file comes first: zav {} {} {}", command, file, other);
 }
 
-/// Reads the arguments of one call into a request.
-class Parser {
+/// @return the names of a list, each of which must be one of the known.
+std::vector<std::string> columnsFrom(const std::string& list, const std::vector<std::string>& known)
+{
+    std::istringstream stream(list + ',');
+    std::vector<std::string> names;
+    for (std::string name; std::getline(stream, name, ',');) {
+        if (std::find(known.begin(), known.end(), name) == known.end()) {
+            throw CLI::ValidationError(
+                "--columns", fmt::format(R"("{}" is none of {})", name, fmt::join(known, ",")));
+        }
+        names.push_back(name);
+    }
+    return names;
+}
+
+/// The commands of zav itself.
+class Parser : public CommandParser {
 public:
     Parser()
     {
-        m_app.require_subcommand(1);
-        m_app.fallthrough();
-        m_app.footer(generalFooter());
-        m_app.set_version_flag("--version", "zav " ZAV_VERSION, "Print the version and exit");
-        addFormat(m_app, "table|json|csv");
-        addDebug(m_app);
         addFaults();
         addFault();
         addTexts();
@@ -91,129 +101,94 @@ public:
         addCheck();
         addInfo();
         addInstall();
-        addHelp();
-    }
-    Parser(const Parser&) = delete;
-    Parser& operator=(const Parser&) = delete;
-
-    Request parse(int argc, char** argv)
-    {
-        try {
-            m_app.parse(argc, argv);
-            return m_request;
-        } catch (const CLI::Success& success) {
-            return printing(textFor(success));
-        } catch (const CLI::ParseError& error) {
-            throw UsageError(textFor(error), whereHelpIs());
+        for (const AuthorCommand& command : authorCommands()) {
+            addCommand(command.name, command.description, "");
         }
+        addHelp();
     }
 
 private:
-    /// Lets a command run on the database that the library reads.
-    template <class Command>
-    void runOnDatabase(Format format, const Command& command)
-    {
-        m_request = {format, [command, file = m_file, level = m_debugLevel](Output& output) {
-                         Database database(file, level);
-                         return command(database, output);
-                     }};
-    }
-
-    Format listingFormat() const
-    {
-        return chosen<Format>(
-            {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}}, m_format,
-            "--format");
-    }
-
-    static Request printing(const std::string& text)
-    {
-        return {Format::TABLE, [text](Output& output) {
-                    output.printText(text);
-                    return ExitStatus::DONE;
-                }};
-    }
-
-    CLI::App* addCommand(const std::string& name, const std::string& description,
-                         const std::string& footer)
-    {
-        CLI::App* command = m_app.add_subcommand(name, description);
-        command->footer(footer);
-        return command;
-    }
-
-    CLI::App* addFileCommand(const std::string& name, const std::string& description,
-                             const std::string& footer)
-    {
-        CLI::App* command = addCommand(name, description, footer);
-        command->add_option("FILE", m_file, "The database file")->required()->type_name("");
-        addDebug(*command);
-        return command;
-    }
-
-    /// The options that may stand before the command as well.
-    void addFormat(CLI::App& app, const std::string& formats)
-    {
-        app.add_option("--format", m_format, "How results are written; table unless given")
-            ->type_name(formats);
-    }
-
-    void addDebug(CLI::App& app)
-    {
-        addNumber<int>(app, "--debug", m_debugLevel,
-                       "The library's lines on standard error: 0 errors only, 1 and 2 more")
-            ->type_name("LEVEL");
-    }
-
-    /// Before the command, too, an option must be one of it.
-    void refuseGeneral(const std::string& option, const std::string& reason) const
-    {
-        if (m_app.count(option) > 0) {
-            throw CLI::ValidationError(option, reason);
-        }
-    }
-
     void addFaults()
     {
         CLI::App* command = addFileCommand("faults", "Show all fault types", exitStatuses());
-        addFormat(*command, "table|json|csv");
-        command->callback([this] { runOnDatabase(listingFormat(), runFaults); });
+        addListing(*command, faultTypeModel().columnNames());
+        command->callback([this] {
+            runOnDatabase(listingFormat(),
+                          [options = m_listing](Database& database, Output& output) {
+                              return runFaults(database, options, output);
+                          });
+        });
     }
 
     void addFault()
     {
-        CLI::App* command = addFileCommand("fault", "Show one fault type, with its texts",
-                                           exitStatuses("no fault type, or several, of the code"));
-        addFormat(*command, "table|json|csv");
-        command->add_option("CODE", m_code, "Code of the fault type, 0 to 65535")
+        CLI::App* command =
+            addFileCommand("fault", "Show one fault type, with its texts",
+                           exitStatuses("no fault type, or several, of the code or alias"));
+        command
+            ->add_option("CODE|ALIAS", m_code,
+                         "Code of the fault type, 0 to 65535; or its alias, in any letter case")
             ->required()
             ->type_name("");
+        addListing(*command, faultColumns());
+        addNumbers(*command, "--language", m_fault.languages,
+                   "Only the texts in this language; may be repeated")
+            ->type_name("LANGUAGE");
         command->callback([this] {
             if (isNumber(m_file) && !isNumber(m_code)) {
                 throw CLI::ValidationError(fileComesFirst("fault", m_code, m_file));
             }
-            runOnDatabase(listingFormat(), [code = numberFrom<std::uint16_t>(m_code, "CODE")](
-                                               Database& database, Output& output) {
-                return runFault(database, code, output);
+            takeCodeOrAlias();
+            m_fault.listing = m_listing;
+            runOnDatabase(listingFormat(), [request = m_fault](Database& database, Output& output) {
+                return runFault(database, request, output);
             });
         });
+    }
+
+    void takeCodeOrAlias()
+    {
+        if (m_code.empty()) {
+            throw CLI::ValidationError("CODE|ALIAS", "is empty");
+        }
+        if (isNumber(m_code)) {
+            m_fault.code = numberFrom<std::uint16_t>(m_code, "CODE");
+        } else {
+            m_fault.alias = m_code;
+        }
     }
 
     void addTexts()
     {
         CLI::App* command = addFileCommand("texts", "Show the texts of fault types",
                                            exitStatuses("no text has the code and language"));
-        addFormat(*command, "table|json|csv");
-        addNumber<std::uint32_t>(*command, "--code", m_filter.code, "Only those of this fault type")
+        addListing(*command, textsColumns());
+        addNumbers(*command, "--code", m_texts.codes,
+                   "Only those of this fault type; may be repeated")
             ->type_name("CODE");
-        addNumber<std::uint16_t>(*command, "--language", m_filter.language,
-                                 "Only those in this language")
+        addNumbers(*command, "--language", m_texts.languages,
+                   "Only those in this language; may be repeated")
             ->type_name("LANGUAGE");
         command->callback([this] {
-            runOnDatabase(listingFormat(), [filter = m_filter](Database& database, Output& output) {
-                return runTexts(database, filter, output);
+            m_texts.listing = m_listing;
+            runOnDatabase(listingFormat(), [request = m_texts](Database& database, Output& output) {
+                return runTexts(database, request, output);
             });
         });
+    }
+
+    /// @param columns  the names of those that there are.
+    void addListing(CLI::App& app, const std::vector<std::string>& columns)
+    {
+        addFormat(app, "table|json|csv");
+        app.add_flag("--stored", m_listing.isStored,
+                     "The values as the file holds them, not as the library delivers them");
+        const auto store = [this, columns](const std::string& list) {
+            m_listing.columns = columnsFrom(list, columns);
+        };
+        app.add_option_function<std::string>("--columns", store,
+                                             "The columns that are wanted, in their order")
+            ->type_name("NAME,NAME,...");
     }
 
     void addSql()
@@ -306,35 +281,10 @@ private:
                           "Allow a release number lower than the old file's");
         command->callback([this] {
             refuseGeneral("--debug", "zav install keeps the library silent");
-            const auto format = chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}},
-                                               m_format, "--format");
-            m_request = {format, [request = m_install](Output& output) {
+            m_request = {recordFormat(), [request = m_install](Output& output) {
                              return runInstall(request, output);
                          }};
         });
-    }
-
-    void addHelp()
-    {
-        CLI::App* command = addCommand(HELP, "Print the help of a command", "");
-        command->add_option("COMMAND", m_helpTopic, "The command")->type_name("");
-        command->callback([this] { m_request = printing(helpOn(m_helpTopic)); });
-    }
-
-    std::string helpOn(const std::string& name) const
-    {
-        if (name.empty()) {
-            // Asked itself, CLI11 would print the help of the command that has been given: help.
-            return m_app.get_formatter()->make_help(&m_app, m_app.get_name(),
-                                                    CLI::AppFormatMode::Normal);
-        }
-        for (const CLI::App* command : commands()) {
-            if (command->get_name() == name) {
-                return command->help(m_app.get_name());
-            }
-        }
-        throw CLI::ValidationError(
-            fmt::format("there is no command {}{}", name, suggestion(name, commandNames())));
     }
 
     static void addKinds(CLI::App& app, const std::string& option, std::set<FindingKind>& kinds,
@@ -365,95 +315,21 @@ private:
             ->type_name("N,N,...");
     }
 
-    std::string textFor(const CLI::Success& success) const
-    {
-        std::ostringstream text;
-        m_app.exit(success, text, text);
-        return text.str();
-    }
-
-    /// A word too many is the likelier mistake than what is then missing.
-    std::string textFor(const CLI::ParseError& error) const
-    {
-        constexpr bool OF_ALL_COMMANDS = true;
-        const std::vector<std::string> unknown = m_app.remaining(OF_ALL_COMMANDS);
-        if (unknown.empty()) {
-            return error.what();
-        }
-        std::string text = fmt::format("not understood: {}", fmt::join(unknown, " "));
-        for (const std::string& word : unknown) {
-            text += suggestionFor(word);
-        }
-        return text;
-    }
-
-    std::string suggestionFor(const std::string& word) const
-    {
-        if (word.rfind("--", 0) == 0) {
-            return suggestion(word.substr(0, word.find('=')), optionNames());
-        }
-        return givenCommand() == nullptr ? suggestion(word, commandNames()) : "";
-    }
-
-    /// @return null: none yet.
-    const CLI::App* givenCommand() const
-    {
-        const auto given = m_app.get_subcommands();
-        return given.empty() ? nullptr : given.front();
-    }
-
-    std::vector<const CLI::App*> commands() const
-    {
-        return m_app.get_subcommands([](const CLI::App*) { return true; });
-    }
-
-    std::vector<std::string> commandNames() const
-    {
-        std::vector<std::string> names;
-        for (const CLI::App* command : commands()) {
-            names.push_back(command->get_name());
-        }
-        return names;
-    }
-
-    std::vector<std::string> optionNames() const
-    {
-        std::vector<std::string> names;
-        const CLI::App* command = givenCommand();
-        for (const CLI::Option* option : (command == nullptr ? &m_app : command)->get_options()) {
-            for (const std::string& name : option->get_lnames()) {
-                names.push_back("--" + name);
-            }
-        }
-        return names;
-    }
-
-    std::string whereHelpIs() const
-    {
-        const CLI::App* command = givenCommand();
-        return command == nullptr || command->get_name() == HELP
-                   ? "zav --help"
-                   : fmt::format("zav {} --help", command->get_name());
-    }
-
-    CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
-    Request m_request;
-    std::string m_file;
-    int m_debugLevel = 0;
-    std::string m_format = "table";
     CheckRequest m_check;
     InfoRequest m_info;
     InstallRequest m_install;
+    ListingOptions m_listing;
     std::string m_code;
-    TextsFilter m_filter;
+    FaultRequest m_fault;
+    TextsRequest m_texts;
     std::string m_statement;
     TableChoice m_tables = TableChoice::ALL;
-    std::string m_helpTopic;
 };
 
 }  // namespace
 
 Request parseCommandLine(int argc, char** argv)
 {
-    return Parser().parse(argc, argv);
+    return isForAuthors(argc, argv) ? Request{Format::TABLE, authorProgram(argv)}
+                                    : Parser().parse(argc, argv);
 }

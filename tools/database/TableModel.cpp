@@ -50,6 +50,15 @@ std::string nameOf(const SqlTbl<Record>& table, const void* field)
 
 }  // namespace
 
+std::vector<std::string> TableModel::columnNames() const
+{
+    std::vector<std::string> names;
+    for (const Column& column : columns) {
+        names.push_back(column.name);
+    }
+    return names;
+}
+
 std::size_t TableModel::positionOf(const std::string& columnName) const
 {
     const Column& found =

@@ -24,6 +24,8 @@ struct TableModel {
     const Column& keyColumn() const { return columns.front(); }
     const Column& filterColumn() const { return columns[filterPosition]; }
 
+    std::vector<std::string> columnNames() const;
+
     /// @param columnName  of one of the columns.
     /// @return its position.
     std::size_t positionOf(const std::string& columnName) const;

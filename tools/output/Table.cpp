@@ -2,19 +2,29 @@
 
 namespace {
 
-TableView::Cell viewOf(const Table::Cell& cell)
-{
-    const auto* number = std::get_if<std::uint64_t>(&cell);
-    return number != nullptr ? TableView::Cell(*number)
-                             : TableView::Cell(std::string_view(std::get<std::string>(cell)));
-}
+struct View {
+    TableView::Cell operator()(std::uint64_t number) const { return number; }
+    TableView::Cell operator()(const std::string& text) const { return std::string_view(text); }
+    TableView::Cell operator()(const RawCell& cell) const
+    {
+        return RawCellView{cell.type, cell.bytes};
+    }
+};
 
-Table::Cell kept(const TableView::Cell& cell)
-{
-    const auto* number = std::get_if<std::uint64_t>(&cell);
-    return number != nullptr ? Table::Cell(*number)
-                             : Table::Cell(std::string(std::get<std::string_view>(cell)));
-}
+struct Keep {
+    Table::Cell operator()(std::uint64_t number) const { return number; }
+    Table::Cell operator()(std::string_view text) const { return std::string(text); }
+    Table::Cell operator()(const RawCellView& cell) const { return RawCell(cell); }
+};
+
+struct Show {
+    std::string operator()(std::uint64_t number) const { return std::to_string(number); }
+    std::string operator()(std::string_view text) const { return std::string(text); }
+    std::string operator()(const RawCellView& cell) const
+    {
+        return cell.isNull() ? "NULL" : std::string(cell.bytes);
+    }
+};
 
 }  // namespace
 
@@ -44,9 +54,23 @@ Table tableOf(const TableView& view)
     return table;
 }
 
+TableView::Cell viewOf(const Table::Cell& cell)
+{
+    return std::visit(View(), cell);
+}
+
+Table::Cell kept(const TableView::Cell& cell)
+{
+    return std::visit(Keep(), cell);
+}
+
 std::string cellText(const TableView::Cell& cell)
 {
-    const auto* number = std::get_if<std::uint64_t>(&cell);
-    return number != nullptr ? std::to_string(*number)
-                             : std::string(std::get<std::string_view>(cell));
+    return std::visit(Show(), cell);
+}
+
+bool isNull(const TableView::Cell& cell)
+{
+    const auto* stored = std::get_if<RawCellView>(&cell);
+    return stored != nullptr && stored->isNull();
 }

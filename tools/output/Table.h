@@ -8,6 +8,8 @@
 #include <variant>
 #include <vector>
 
+#include "database/RawCell.h"
+
 /// What a command prints, before it has a format.
 struct Table {
     enum class Kind { NUMBER, TEXT };
@@ -17,7 +19,7 @@ struct Table {
         Kind kind;
     };
 
-    using Cell = std::variant<std::uint64_t, std::string>;
+    using Cell = std::variant<std::uint64_t, std::string, RawCell>;
     using Row = std::vector<Cell>;  ///< one cell per column
 
     std::vector<Column> columns;
@@ -27,7 +29,7 @@ struct Table {
 /// A table whose rows are made one at a time, as they are written: a list may be as long as the
 /// memory allows.
 struct TableView {
-    using Cell = std::variant<std::uint64_t, std::string_view>;
+    using Cell = std::variant<std::uint64_t, std::string_view, RawCellView>;
     using Row = std::vector<Cell>;
     using TakeRow = std::function<void(const Row&)>;
 
@@ -43,5 +45,14 @@ TableView viewOf(const Table& table);
 /// @return the table with all its rows.
 Table tableOf(const TableView& view);
 
-/// @return the cell as it stands; a number in decimal.
+/// @return a view of a cell that lives longer.
+TableView::Cell viewOf(const Table::Cell& cell);
+
+/// @return the cell, kept.
+Table::Cell kept(const TableView::Cell& cell);
+
+/// @return the cell as it stands; a number in decimal, and NULL by that word.
 std::string cellText(const TableView::Cell& cell);
+
+/// @return whether the cell is NULL, and no text that looks like it.
+bool isNull(const TableView::Cell& cell);

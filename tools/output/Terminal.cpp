@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include <fmt/color.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -52,4 +53,13 @@ Terminal standardOutput()
     const bool isTerminal = isatty(STDOUT_FILENO) == 1;
     const bool wantsColour = environment("NO_COLOR").empty() && environment("TERM") != "dumb";
     return {isTerminal, outputWidth(isTerminal), isTerminal && wantsColour};
+}
+
+std::string looking(Look look, const std::string& text, const Terminal& terminal)
+{
+    if (!terminal.hasColour || look == Look::PLAIN) {
+        return text;
+    }
+    return fmt::format(look == Look::STRONG ? fmt::emphasis::bold : fmt::emphasis::faint, "{}",
+                       text);
 }

@@ -1,5 +1,6 @@
 #include "formats.h"
 #include "text/TextWidth.h"
+#include "text/nullMark.h"
 
 namespace {
 
@@ -34,6 +35,8 @@ void appendCell(const TableView::Cell& cell, const Terminal& terminal, std::stri
 {
     if (const auto* text = std::get_if<std::string_view>(&cell)) {
         appendText(*text, terminal, line);
+    } else if (const auto* stored = std::get_if<RawCellView>(&cell)) {
+        appendText(stored->isNull() ? NULL_MARK : withoutNullMark(stored->bytes), terminal, line);
     } else {
         line += std::to_string(std::get<std::uint64_t>(cell));
     }

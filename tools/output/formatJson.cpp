@@ -1,6 +1,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 #include "formats.h"
@@ -84,9 +86,28 @@ void appendValue(const TableView::Cell& cell, std::string& json)
 {
     if (const auto* text = std::get_if<std::string_view>(&cell)) {
         appendString(*text, json);
+    } else if (const auto* stored = std::get_if<RawCellView>(&cell)) {
+        json += dumped(toJson(*stored));
     } else {
         json += std::to_string(std::get<std::uint64_t>(cell));
     }
+}
+
+/// A number beyond all others is none in JSON.
+nlohmann::ordered_json real(std::string_view bytes)
+{
+    const double number = std::strtod(std::string(bytes).c_str(), nullptr);
+    return std::isfinite(number) ? nlohmann::ordered_json(number) : nlohmann::ordered_json(bytes);
+}
+
+nlohmann::ordered_json toJson(const Table::Cell& cell)
+{
+    if (const auto* stored = std::get_if<RawCell>(&cell)) {
+        return toJson(RawCellView{stored->type, stored->bytes});
+    }
+    const auto* number = std::get_if<std::uint64_t>(&cell);
+    return number != nullptr ? nlohmann::ordered_json(*number)
+                             : nlohmann::ordered_json(std::get<std::string>(cell));
 }
 
 /// What stands in front of the value of each column.
@@ -126,11 +147,25 @@ nlohmann::ordered_json toJson(const Table& table)
     for (const Table::Row& row : table.rows) {
         auto object = nlohmann::ordered_json::object();
         for (std::size_t i = 0; i < row.size(); ++i) {
-            std::visit([&](const auto& value) { object[table.columns[i].name] = value; }, row[i]);
+            object[table.columns[i].name] = toJson(row[i]);
         }
         array.push_back(std::move(object));
     }
     return array;
+}
+
+nlohmann::ordered_json toJson(const RawCellView& cell)
+{
+    switch (cell.type) {
+    case CellType::NONE:
+        return {};
+    case CellType::INTEGER:
+        return std::stoll(std::string(cell.bytes));
+    case CellType::REAL:
+        return real(cell.bytes);
+    default:
+        return cell.bytes;
+    }
 }
 
 std::string renderJson(const nlohmann::ordered_json& value)

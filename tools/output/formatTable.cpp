@@ -1,4 +1,3 @@
-#include <fmt/color.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -16,17 +15,13 @@ constexpr std::size_t NARROWEST_VALUE = 10;  // beside the names of a record, ho
 
 using Lines = std::vector<std::string>;
 using Widths = std::vector<std::size_t>;
+using Looks = std::vector<Look>;
 
 std::string titleOf(const Table::Column& column)
 {
     std::string title = column.name;
     std::replace(title.begin(), title.end(), '_', ' ');
     return title;
-}
-
-std::string emphasised(const std::string& text, const Terminal& terminal)
-{
-    return terminal.hasColour ? fmt::format(fmt::emphasis::bold, "{}", text) : text;
 }
 
 std::string padding(std::size_t width, const std::string& text)
@@ -64,6 +59,15 @@ Lines shownCells(const TableView::Row& row)
         cells.push_back(printable(cellText(cell)));
     }
     return cells;
+}
+
+Looks looksOf(const TableView::Row& row)
+{
+    Looks looks;
+    for (const TableView::Cell& cell : row) {
+        looks.push_back(isNull(cell) ? Look::FAINT : Look::PLAIN);
+    }
+    return looks;
 }
 
 Layout layOut(const TableView& table, bool isWrapped)
@@ -178,7 +182,7 @@ bool hasLines(const std::string& cell)
 
 /// One line of a row.
 std::string renderLine(const Lines& texts, const Layout& layout, const Widths& widths,
-                       const Terminal& terminal, bool isHeader)
+                       const Terminal& terminal, const Looks& looks)
 {
     std::string rendered;
     std::size_t pending = 0;  // blanks are written only once something follows them
@@ -189,7 +193,7 @@ std::string renderLine(const Lines& texts, const Layout& layout, const Widths& w
         pending += isNumber ? blanks : 0;
         if (!texts[i].empty()) {
             rendered.append(pending, ' ');
-            rendered += isHeader ? emphasised(texts[i], terminal) : texts[i];
+            rendered += looking(looks[i], texts[i], terminal);
             pending = 0;
         }
         pending += (isNumber ? 0 : blanks) + GAP;
@@ -200,11 +204,11 @@ std::string renderLine(const Lines& texts, const Layout& layout, const Widths& w
 
 /// One row of cells, each of which may take several lines.
 std::string renderRow(const Lines& cells, const Layout& layout, const Widths& widths,
-                      const Terminal& terminal, bool isHeader)
+                      const Terminal& terminal, const Looks& looks)
 {
-    if (terminal.width == Terminal::UNLIMITED && !isHeader &&
+    if (terminal.width == Terminal::UNLIMITED &&
         std::none_of(cells.begin(), cells.end(), hasLines)) {
-        return renderLine(cells, layout, widths, terminal, isHeader);
+        return renderLine(cells, layout, widths, terminal, looks);
     }
     std::vector<Lines> wrapped;
     std::size_t height = 0;
@@ -218,7 +222,7 @@ std::string renderRow(const Lines& cells, const Layout& layout, const Widths& wi
         for (const Lines& lines : wrapped) {
             texts.push_back(line < lines.size() ? lines[line] : "");
         }
-        rendered += renderLine(texts, layout, widths, terminal, isHeader);
+        rendered += renderLine(texts, layout, widths, terminal, looks);
     }
     return rendered;
 }
@@ -239,26 +243,27 @@ void writeColumns(const TableView& table, const Layout& layout, const Widths& wi
     for (const Layout::Column& column : layout.columns) {
         titles.push_back(column.title);
     }
-    stream << renderRow(titles, layout, widths, terminal, true) << renderRule(widths);
+    const Looks strong(titles.size(), Look::STRONG);
+    stream << renderRow(titles, layout, widths, terminal, strong) << renderRule(widths);
     table.forEachRow([&](const TableView::Row& row) {
-        stream << renderRow(shownCells(row), layout, widths, terminal, false);
+        stream << renderRow(shownCells(row), layout, widths, terminal, looksOf(row));
     });
 }
 
 /// The title, and the value beside it; below it where beside it there is too little room.
 std::string renderField(const std::string& title, std::size_t titleWidth, const std::string& value,
-                        const Terminal& terminal)
+                        Look look, const Terminal& terminal)
 {
     const bool isBeside = terminal.width >= titleWidth + GAP + NARROWEST_VALUE;
     const std::size_t indent = isBeside ? titleWidth + GAP : GAP;
-    std::string rendered = emphasised(title, terminal);
+    std::string rendered = looking(Look::STRONG, title, terminal);
     std::string blanks = padding(indent, title);
     if (!isBeside) {
         rendered += '\n';
         blanks = std::string(indent, ' ');
     }
     for (const std::string& line : wrap(value, terminal.width - indent)) {
-        rendered += (line.empty() ? "" : blanks + line) + '\n';
+        rendered += (line.empty() ? "" : blanks + looking(look, line, terminal)) + '\n';
         blanks = std::string(indent, ' ');
     }
     return rendered;
@@ -290,8 +295,9 @@ void writeRecords(const TableView& table, const Terminal& terminal, std::ostream
         stream << (isFirst ? "" : "\n");
         isFirst = false;
         const Lines cells = shownCells(row);
+        const Looks looks = looksOf(row);
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            stream << renderField(titles[i], titleWidth, cells[i], terminal);
+            stream << renderField(titles[i], titleWidth, cells[i], looks[i], terminal);
         }
     });
 }

@@ -25,6 +25,9 @@ void writeJson(const TableView& table, std::ostream& stream);
 /// @return the same as a value.
 nlohmann::ordered_json toJson(const Table& table);
 
+/// @return a stored value, by its type.
+nlohmann::ordered_json toJson(const RawCellView& cell);
+
 /// Indented, the letters of all languages as they are, control and invisible characters escaped,
 /// and bytes that are no UTF-8 replaced.
 std::string renderJson(const nlohmann::ordered_json& value);

@@ -65,6 +65,27 @@ Character last(std::string_view text)
     return first(text.substr(text.size() - 1));
 }
 
+std::string encoded(char32_t codePoint)
+{
+    constexpr unsigned BITS = 6;  // of a byte that is not the first
+    const auto byte = [](char32_t bits) {
+        return static_cast<char>(static_cast<unsigned char>(bits));
+    };
+    const auto further = [&](unsigned number) {
+        return byte(0x80U | ((codePoint >> (BITS * number)) & 0x3FU));
+    };
+    if (codePoint < 0x80) {
+        return {byte(codePoint)};
+    }
+    if (codePoint < 0x800) {
+        return {byte(0xC0U | codePoint >> BITS), further(0)};
+    }
+    if (codePoint < 0x10000) {
+        return {byte(0xE0U | codePoint >> (2 * BITS)), further(1), further(0)};
+    }
+    return {byte(0xF0U | codePoint >> (3 * BITS)), further(2), further(1), further(0)};
+}
+
 bool isValid(std::string_view text)
 {
     while (!text.empty()) {

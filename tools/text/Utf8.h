@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 /// Strict decoding of UTF-8: texts of a database may hold any bytes.
@@ -19,6 +20,9 @@ Character first(std::string_view text);
 /// @param text  not empty.
 /// @return the last character of the text.
 Character last(std::string_view text);
+
+/// @return the bytes of a character.
+std::string encoded(char32_t codePoint);
 
 /// @return whether all of the text is well-formed.
 bool isValid(std::string_view text);

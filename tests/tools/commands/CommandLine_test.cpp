@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/runProgram.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -28,7 +29,7 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"faults FILE --debug much",
          "--debug: \"much\" is no number from -2147483648 to 2147483647", "faults "},
         {"--debug 1 check FILE", "--debug: zav check keeps the library silent", "check "},
-        {"fault FILE", "CODE is required", "fault "},
+        {"fault FILE", "CODE|ALIAS is required", "fault "},
         {"fault 101 faults.db", "the file comes first: zav fault faults.db 101", "fault "},
         {"sql FILE", "STATEMENT is required", "sql "},
         {"sql FILE delete", "STATEMENT: \"delete\" is none of insert|update", "sql "},
@@ -41,6 +42,17 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"install NEW TARGET --format csv", "--format: \"csv\" is none of table|json", "install "},
         {"install NEW TARGET --expect 0a1",
          "--expect: \"0a1\" is no content hash: these have 64 hexadecimal digits", "install "},
+        {"bild", "not understood: bild; did you mean build?", ""},
+        {"build", "FOLDER is required", "build "},
+        {"build FOLDER FILE --format csv", "--format: \"csv\" is none of table|json", "build "},
+        {"build FOLDER FILE --release 2147483648",
+         "--release: \"2147483648\" is no number from 0 to 2147483647", "build "},
+        {"--debug 1 build FOLDER FILE", "--debug: zav build keeps the library silent", "build "},
+        {"export FILE", "FOLDER is required", "export "},
+        {"--format table export FILE FOLDER --drop", "not understood: --drop", "export "},
+        {"diff OLD NEW --language x", "--language: \"x\" is no number from 0 to 65535", "diff "},
+        {"diff OLD NEW --format xml", "--format: \"xml\" is none of table|json|csv|markdown",
+         "diff "},
         {"help chekc", "there is no command chekc; did you mean check?", ""},
     };
     const ZavCommand zav;
@@ -83,6 +95,10 @@ Subcommands:
   check                       Find what would surprise an application
   info                        Say what a file is
   install                     Put a checked copy of a file in the place of another
+  search                      Find the fault types that have some words
+  export                      Write a file as text that lives in version control
+  build                       Make a file of such text
+  diff                        Show what a new file changes
   help                        Print the help of a command
 
 Examples:
@@ -93,6 +109,10 @@ Examples:
   zav check faults.db                               what would surprise an application
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
+  zav search faults.db door open                    the fault types that have these words
+  zav export faults.db sources                      as text for version control
+  zav build sources faults.db --release 5           a file of such text
+  zav diff released.db faults.db                    what the new file changes
 
 zav help COMMAND tells what a command takes.
 
@@ -101,6 +121,43 @@ be read or the output cannot be written.
 )");
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.status, 0);
+}
+
+TEST(CommandLine, StartsAnotherProgramForTheAuthor)
+{
+    const ZavCommand zav;
+    if (!emulator().empty()) {
+        GTEST_SKIP() << "an emulated program starts none";
+    }
+    const std::string help = R"(Make a file of such text
+Usage: zav build [OPTIONS] FOLDER FILE
+
+Positionals:
+  FOLDER REQUIRED             The sources, as zav export writes them
+  FILE REQUIRED               The database file to be made
+
+Options:
+  -h,--help                   Print this help message and exit
+  --format table|json         How results are written; table unless given
+  --release N                 The release number; none unless given
+  --force                     Replace a file that is there already
+
+Example:
+  zav build sources faults.db --release 7
+
+Exit status: 0 done, 1 mistakes in the sources, or findings in the file, 2 wrong
+usage, 3 the file cannot be read or the output cannot be written.
+)";
+    EXPECT_EQ(zav.run("build --help").output, help);
+    EXPECT_EQ(zav.run("help build").output, help);
+    const CommandResult result = zav.shell(
+        "mkdir -p " + zav.file("bin") + "; program='" + ZavCommand::program() +
+        "'; cp \"$program\" " + zav.file("bin") +
+        "; LD_LIBRARY_PATH=\"$(dirname \"$program\")/..\" " + zav.file("bin/zav") + " build a b");
+    EXPECT_EQ(
+        result.errors,
+        "zav: this is a command of zav-author, which is not installed; install that package\n");
+    EXPECT_EQ(result.status, 3);
 }
 
 TEST(CommandLine, EachCommandHasHelp)
@@ -116,8 +173,10 @@ Options:
   -h,--help                   Print this help message and exit
   --debug LEVEL               The library's lines on standard error: 0 errors only, 1 and 2 more
   --format table|json|csv     How results are written; table unless given
-  --code CODE                 Only those of this fault type
-  --language LANGUAGE         Only those in this language
+  --stored                    The values as the file holds them, not as the library delivers them
+  --columns NAME,NAME,...     The columns that are wanted, in their order
+  --code CODE ...             Only those of this fault type; may be repeated
+  --language LANGUAGE ...     Only those in this language; may be repeated
 
 Exit status: 0 done, 1 no text has the code and language, 2 wrong usage, 3 the
 file cannot be read or the output cannot be written.

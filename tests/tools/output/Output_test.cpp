@@ -165,7 +165,10 @@ TEST(Output, PadsNoCellBeyond40ColumnsInAPipe)
         zav.database("INSERT INTO descriptions VALUES(1,1,1,'" + wide + "','a','b','c','" + wide +
                      "'),(2,2,2,'n','a','b','c','r')");
     const std::string rule(40, '-');
-    EXPECT_EQ(zav.run("texts " + file).output,
+    EXPECT_EQ(zav.run("texts --columns id,id_fault_type,id_language,name,short_description,"
+                      "description,comment,remedy " +
+                      file)
+                  .output,
               "id  id fault type  id language  name" + std::string(38, ' ') +
                   "short description  description  comment  remedy\n"
                   "--  -------------  -----------  " +

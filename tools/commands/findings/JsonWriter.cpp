@@ -1,10 +1,9 @@
 #include "JsonWriter.h"
 
-#include <cmath>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 #include "findingText.h"
+#include "output/formats.h"
 #include "text/SqlText.h"
 #include "text/Utf8.h"
 
@@ -17,30 +16,9 @@ Json textOrNull(const std::string& text)
     return text.empty() ? Json() : Json(text);
 }
 
-/// A number beyond all others is none in JSON.
-Json real(const std::string& bytes)
-{
-    const double number = std::strtod(bytes.c_str(), nullptr);
-    return std::isfinite(number) ? Json(number) : Json(bytes);
-}
-
-Json jsonOf(const RawCell& cell)
-{
-    switch (cell.type) {
-    case CellType::NONE:
-        return {};
-    case CellType::INTEGER:
-        return std::stoll(cell.bytes);
-    case CellType::REAL:
-        return real(cell.bytes);
-    default:
-        return cell.bytes;
-    }
-}
-
 void addValue(Json& object, const std::string& name, const std::optional<RawCell>& value)
 {
-    object[name] = value ? jsonOf(*value) : Json();
+    object[name] = value ? toJson(RawCellView{value->type, value->bytes}) : Json();
     if (value && !utf8::isValid(value->bytes)) {
         object[name + "_hex"] = hexadecimal(value->bytes);
     }

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +35,20 @@ CLI::Option* addNumber(CLI::App& app, const std::string& option, Target& target,
         target = numberFrom<Number>(text, option);
     };
     return app.add_option_function<std::string>(option, store, description);
+}
+
+/// An option that may be repeated, each time with one number.
+template <class Number>
+CLI::Option* addNumbers(CLI::App& app, const std::string& option, std::set<Number>& target,
+                        const std::string& description)
+{
+    const auto store = [&target, option](const std::vector<std::string>& texts) {
+        for (const std::string& text : texts) {
+            target.insert(numberFrom<Number>(text, option));
+        }
+    };
+    return app.add_option_function<std::vector<std::string>>(option, store, description)
+        ->allow_extra_args(false);
 }
 
 template <class Value>

@@ -17,6 +17,10 @@ constexpr const char* EXAMPLES = R"(Examples:
   zav check faults.db                               what would surprise an application
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
+  zav search faults.db door open                    the fault types that have these words
+  zav export faults.db sources                      as text for version control
+  zav build sources faults.db --release 5           a file of such text
+  zav diff released.db faults.db                    what the new file changes
 
 zav help COMMAND tells what a command takes.
 

@@ -54,15 +54,3 @@ std::string ContentHash::text()
     }
     return hexadecimal(hash.digest());
 }
-
-/// A text is found by fault type and language: its key is a number that the database gave it.
-std::vector<std::string> ContentHash::valueColumns(const TableModel& table)
-{
-    std::vector<std::string> names;
-    for (const TableModel::Column& column : table.columns) {
-        if (!column.isKey || column.name == table.filterColumn().name) {
-            names.push_back(column.name);
-        }
-    }
-    return names;
-}

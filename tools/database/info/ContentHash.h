@@ -11,14 +11,11 @@
 /// made; it must stay what it is for ever.
 class ContentHash {
 public:
-    /// @param row  of the table, the columns of valueColumns() in their order.
+    /// @param row  of the table, as valueQuery() selects it.
     void add(const TableModel& table, const RawRow& row);
 
     /// @return 64 hexadecimal digits; to be called once, last.
     std::string text();
-
-    /// @return the columns that count.
-    static std::vector<std::string> valueColumns(const TableModel& table);
 
 private:
     std::vector<std::string> m_rows;  ///< the digest of each

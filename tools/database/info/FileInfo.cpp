@@ -12,19 +12,9 @@
 #include "database/Journals.h"
 #include "database/RawDatabase.h"
 #include "database/TableModel.h"
+#include "database/stored/valueColumns.h"
 
 namespace {
-
-std::string selectionOf(const TableModel& table)
-{
-    std::string columns;
-    for (const std::string& name : ContentHash::valueColumns(table)) {
-        // With the table's name: by itself, SQLite takes a name in quotes that it does not know for
-        // a text.
-        columns += fmt::format(R"({}"{}"."{}")", columns.empty() ? "" : ", ", table.name, name);
-    }
-    return fmt::format(R"(SELECT {} FROM "{}")", columns, table.name);
-}
 
 std::string sqliteVersionIn(const std::string& header)
 {
@@ -43,7 +33,7 @@ void readFaultTypes(const RawDatabase& database, ContentHash& hash, LanguageCoun
                     FileInfo& info)
 {
     const TableModel table = faultTypeModel();
-    database.read(selectionOf(table), [&](const RawRow& row) {
+    database.read(valueQuery(table), [&](const RawRow& row) {
         hash.add(table, row);
         languages.addFaultType(row.cell(0));
         ++info.faultTypes;
@@ -54,7 +44,7 @@ void readTexts(const RawDatabase& database, ContentHash& hash, LanguageCount& la
                FileInfo& info)
 {
     const TableModel table = descriptionsModel();
-    database.read(selectionOf(table), [&](const RawRow& row) {
+    database.read(valueQuery(table), [&](const RawRow& row) {
         hash.add(table, row);
         languages.addText(row);
         ++info.texts;

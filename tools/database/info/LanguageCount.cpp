@@ -2,17 +2,19 @@
 
 #include <algorithm>
 
-#include "ContentHash.h"
 #include "Sha256.h"
 #include "database/TableModel.h"
 #include "database/deliveredNumber.h"
+#include "database/stored/valueColumns.h"
 
 namespace {
 
 int positionOf(const std::string& column)
 {
-    const std::vector<std::string> columns = ContentHash::valueColumns(descriptionsModel());
-    return static_cast<int>(std::find(columns.begin(), columns.end(), column) - columns.begin());
+    const std::vector<TableModel::Column> columns = valueColumns(descriptionsModel());
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [&](const auto& each) { return each.name == column; });
+    return static_cast<int>(found - columns.begin());
 }
 
 std::uint64_t numberIn(const RawCellView& cell, FieldKind kind)

@@ -1,8 +1,0 @@
-#pragma once
-
-#include "ExitStatus.h"
-#include "database/Database.h"
-#include "output/Output.h"
-
-/// zav faults: every fault type.
-ExitStatus runFaults(Database& database, Output& output);

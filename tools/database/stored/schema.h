@@ -1,0 +1,4 @@
+#pragma once
+
+/// The statements of db/schema.sql.
+extern const char* const SCHEMA;
