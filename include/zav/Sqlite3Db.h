@@ -65,15 +65,18 @@ public:
     /// - 10 s of processor time, to a second: "interrupted" (9);
     /// - for its result 64 times the file's size, but at least 128 MiB: "interrupted" (9).
     ///
-    /// A query that reaches a view, a generated column or a virtual table of the file may be less:
+    /// A query of more than 100 bytes, or with a parenthesis, may be less:
     ///
     /// - a text of 1.5 times the file's size, but at least 16 KiB;
     /// - a shorter pattern on a small stack;
+    /// - what the stack holds: "too little stack for the query" (1).
+    ///
+    /// And so may one that reaches a view, a generated column or a virtual table of the file:
+    ///
     /// - 21,504 instructions;
     /// - 100 columns: "too many columns in result set" (1);
     /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions
     ///   once all are put together: "the query is too complex" (1);
-    /// - what the stack holds: "too little stack for the query" (1);
     /// - and to its memory counts what SQLite needs to sort, for instance, and what other
     ///   connections of the process take meanwhile.
     ///

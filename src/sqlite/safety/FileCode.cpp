@@ -39,8 +39,8 @@ constexpr const char* AROUND_EXPRESSIONS =
 constexpr const char* OPERATORS =
     " and or not is in between case collate isnull notnull exists escape ";
 
-/// In bytes: a query of a table, by a column. What could do harm is longer.
-constexpr std::size_t LONGEST_PLAIN_QUERY = 100;
+/// In bytes: a query of a table, by a column. What could do harm is longer, or calls a function.
+constexpr int LONGEST_PLAIN_QUERY = 100;
 
 /// The functions of JSON are refused in a schema, its tables are not.
 constexpr const char* JSON_TABLES = " json_each json_tree ";
@@ -88,6 +88,16 @@ bool holdsCode(const char* statement)
         }
     }
     return false;
+}
+
+/// @return whether it is short and neither nests nor calls anything.
+bool isPlain(const char* query)
+{
+    const char* end = query;
+    while (*end != '\0' && *end != '(' && end - query <= LONGEST_PLAIN_QUERY) {
+        ++end;
+    }
+    return *end == '\0';
 }
 
 }  // namespace
@@ -486,7 +496,7 @@ bool FileCode::isTooMuch(const char* query, CompileCost& cost)
 {
     m_hadMemory = true;
     m_takesPart = false;
-    if (m_pieces.size() == 0 && std::strlen(query) <= LONGEST_PLAIN_QUERY) {
+    if (m_pieces.size() == 0 && isPlain(query)) {
         return false;
     }
     // The lookups name a column of the file as it is named there, and any SQL may be its name.

@@ -145,8 +145,9 @@ int ReadGuard::runChecked(const char* sql, const Table& table, QueryBudget& budg
             return fail(SQLITE_ERROR, sqlite3_mprintf("too little stack for the query"),
                         table.errorText);
         }
+        limitTexts(m_db, databaseSize(m_db), stack - needed);
         if (m_fileCode.takesPart()) {
-            limitQueryWithFileCode(m_db, databaseSize(m_db), stack - needed);
+            limitFileCode(m_db);
             budget.lookOften();
         }
     }

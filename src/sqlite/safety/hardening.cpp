@@ -12,7 +12,7 @@ namespace {
 /// enough that a damaged length cannot take the memory of a small device.
 constexpr int MAX_LENGTH = 16 * 1024 * 1024;
 
-/// What the file's code may make of a smaller file's texts. One function call on two texts of this
+/// What may be made of a smaller file's texts. One function call on two texts of this
 /// length takes a tenth of a second.
 constexpr int MIN_LENGTH = 16 * 1024;
 
@@ -139,15 +139,19 @@ void limitQuery(sqlite3* db)
     set(db, LIMITS);
 }
 
-void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLeft)
+void limitTexts(sqlite3* db, long long fileSize, std::size_t stackLeft)
 {
     // UTF-16 in the file takes up to half as much again in UTF-8.
     const long long longest = std::max<long long>(fileSize + fileSize / 2, MIN_LENGTH);
     const std::size_t pattern = stackLeft / 2 / STACK_OF_WILDCARD * 2;
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH,
                   static_cast<int>(std::min<long long>(longest, MAX_LENGTH)));
-    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, MAX_COLUMNS_WITH_FILE_CODE);
-    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
     sqlite3_limit(db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH,
                   static_cast<int>(std::min<std::size_t>(pattern, MAX_PATTERN)));
+}
+
+void limitFileCode(sqlite3* db)
+{
+    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, MAX_COLUMNS_WITH_FILE_CODE);
+    sqlite3_limit(db, SQLITE_LIMIT_VDBE_OP, MAX_PROGRAM_WITH_FILE_CODE);
 }

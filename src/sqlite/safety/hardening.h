@@ -39,6 +39,9 @@ private:
 /// Bounds the next query to what an application may ask for: far more than it does.
 void limitQuery(sqlite3* db);
 
-/// After limitQuery(), bounds a query further of which code that came with the file is part: to
-/// texts that the file can hold, and to what takes no more than the stack.
-void limitQueryWithFileCode(sqlite3* db, long long fileSize, std::size_t stackLeft);
+/// After limitQuery(), bounds a query that does more than read a table: to texts that the file can
+/// hold, and to patterns for which the stack does.
+void limitTexts(sqlite3* db, long long fileSize, std::size_t stackLeft);
+
+/// And one of which code that came with the file is part to what that may be.
+void limitFileCode(sqlite3* db);
