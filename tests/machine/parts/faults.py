@@ -43,9 +43,7 @@ def _full_disk(machine, name):
     machine.run(f"generations abandon {DATABASE} DELETE 2")
     for _ in range(2):
         machine.run(f"! cat /dev/zero >>/data/filler && sync && {FORGET}")
-    full = [LINE.format(text) * 4 + FAILED
-            for text in ("database or disk is full Err=13", "disk I/O error Err=10")]
-    _expect_output(machine, f"reader {DATABASE}", ROWS, *full)
+    _expect_output(machine, f"reader {DATABASE}", ROWS)
     machine.run("rm /data/filler && sync")
     _expect_output(machine, f"generations read {DATABASE}", "generation 1\n")
 
