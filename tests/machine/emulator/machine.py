@@ -228,7 +228,8 @@ class Machine:
 
 def _base_command(room, memory):
     return [
-        "qemu-system-arm", "-M", "virt", "-cpu", "cortex-a7", "-m", str(memory), "-nic", "none",
+        "qemu-system-arm", "-M", "virt", "-cpu", "cortex-a7", "-accel", "tcg,tb-size=256",
+        "-m", str(memory), "-nic", "none",
         "-no-reboot", "-kernel", f"{room}/vmlinuz", "-initrd", f"{room}/initramfs.img",
     ]
 

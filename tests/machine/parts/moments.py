@@ -35,17 +35,21 @@ def run(options, random):
     replay = _Replay(FrozenMachine(MODULES))
     outcomes = [_find_mistake(replay, flushes, random) for flushes in MISTAKES]
     for file_system in ("ext4", "f2fs"):
-        cases = _cases(file_system, options, random)
-        counts = collections.Counter()
-        for number, (medium, writer) in enumerate(cases):
-            share = options.states * (number + 1) // len(cases) - options.states * number // len(cases)
-            recording = replay.record(medium, writer)
-            counts["flushes"] += recording.flushes()
-            for generation in replay.generations(recording, share, random):
-                counts[generation] += 1
-        outcomes.append(f"{counts[OLD] + counts[NEW]} states of {file_system} over "
-                        f"{counts['flushes']} flushes, {counts[OLD]} old, {counts[NEW]} new")
+        outcomes.append(_replay_states(replay, file_system, options, random))
     return "; ".join(outcomes)
+
+
+def _replay_states(replay, file_system, options, random):
+    """As many states as are asked for, in equal shares of all cases."""
+    cases = _cases(file_system, options, random)
+    counts = collections.Counter()
+    for number, (medium, writer) in enumerate(cases):
+        share = options.states * (number + 1) // len(cases) - options.states * number // len(cases)
+        recording = replay.record(medium, writer)
+        counts["flushes"] += recording.flushes()
+        counts.update(replay.generations(recording, share, random))
+    return (f"{counts[OLD] + counts[NEW]} states of {file_system} over {counts['flushes']} flushes,"
+            f" {counts[OLD]} old, {counts[NEW]} new")
 
 
 def _cases(file_system, options, random):
