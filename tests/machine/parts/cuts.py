@@ -1,7 +1,5 @@
 """The power is cut at random, while a writer works, or while what it has left is recovered."""
 
-import collections
-
 from emulator.failure import Failure, expect
 from emulator.flash import Flash
 from emulator.frozen import frozen_machine
@@ -28,14 +26,12 @@ class _Database:
         self.generation = generation  # as it was last read
         self._oldest = self._newest = generation
         self._writer = None
-        self.found = collections.Counter()
 
     def was_cut(self, writer, lines):
         committed = last_said(lines, "committed", self.generation)
         self._writer = writer
         self._newest = last_said(lines, "begun", self.generation)
         self._oldest = writer.oldest_after_cut(self.generation, committed)
-        self.found[writer.mode] += 1
         unexpected = [line for line in lines if line and line.split()[0] not in ("begun", "committed")]
         expect(not unexpected, f"{writer} says: {unexpected}")
 
