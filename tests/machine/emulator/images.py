@@ -11,6 +11,7 @@ from emulator.machine import Disk, Machine
 
 TREE = Path(__file__).resolve().parents[3]
 ROOM = TREE / "build" / "machine"
+PROGRAMS = TREE / "build" / "arm" / "tests" / "machine"
 PACKAGES = TREE / "build" / "packages"
 SCRATCH = ROOM / f"run-{os.getpid()}"  # what belongs to this run alone
 
@@ -82,7 +83,7 @@ def tree_disk():
 def mount_tree(machine):
     """From then on its programs for the machine are found by their names."""
     machine.run(f"mount -o ro /dev/disk/tree '{TREE}'")
-    machine.run(f"PATH=$PATH:'{TREE}/build/arm/tests/machine'")
+    machine.run(f"PATH=$PATH:'{PROGRAMS}'")
 
 
 def _copy(source, target, *arguments):

@@ -2,10 +2,12 @@
 commands."""
 
 import collections
+import ctypes
 import json
 import os
 import select
 import shlex
+import signal
 import socket
 import subprocess
 import tempfile
@@ -45,6 +47,12 @@ class Disk:
         return options + ["-device", f"virtio-blk-device,drive={self.serial},serial={self.serial}"]
 
 
+def _end_with_this_program():
+    """However that ends, no machine outlives it."""
+    pr_set_pdeathsig = 1
+    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGKILL)
+
+
 def _quoted(path):
     return str(path).replace(",", ",,")
 
@@ -77,7 +85,8 @@ class Machine:
         if resumed_from:
             command += ["-incoming", f"exec:cat {shlex.quote(str(resumed_from))}"]
         self._process = subprocess.Popen(
-            command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, start_new_session=True
+            command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, start_new_session=True,
+            preexec_fn=_end_with_this_program
         )
         try:
             if resumed_from:
@@ -228,7 +237,8 @@ class Machine:
 
 def _base_command(room, memory):
     return [
-        "qemu-system-arm", "-M", "virt", "-cpu", "cortex-a7", "-m", str(memory), "-nic", "none",
+        "qemu-system-arm", "-M", "virt", "-cpu", "cortex-a7", "-accel", "tcg,tb-size=256",
+        "-m", str(memory), "-nic", "none",
         "-no-reboot", "-kernel", f"{room}/vmlinuz", "-initrd", f"{room}/initramfs.img",
     ]
 

@@ -4,7 +4,7 @@ and loses its power once a day."""
 import time
 
 from emulator.failure import Failure, expect
-from emulator.frozen import FrozenMachine
+from emulator.frozen import frozen_machine
 from emulator.images import SCRATCH, format_image
 from emulator.machine import MachineError
 from emulator.writers import DATABASE, INSTALL, Writer, last_said
@@ -21,7 +21,7 @@ ENVIRONMENT = "GLIBC_TUNABLES=glibc.malloc.tcache_count=0"
 
 def run(options, random):
     days, hours = (1, 1) if options.ci else (DAYS, HOURS)
-    frozen = FrozenMachine(["ext4"])
+    frozen = frozen_machine()
     image = format_image(SCRATCH / "life.img", "ext4")
     with frozen.resume(image) as machine:
         machine.run(f"{MOUNT} && generations make {DATABASE} 1 && umount /data")

@@ -5,7 +5,7 @@ import subprocess
 
 from emulator.failure import expect
 from emulator.flash import Flash
-from emulator.frozen import FrozenMachine
+from emulator.frozen import frozen_machine
 from emulator.images import SCRATCH, TREE, format_image, run_quietly
 from emulator.writers import DATABASE
 
@@ -19,7 +19,7 @@ READ_ONLY_FILES = {"plain.db": f"{ROWS}\n", "hot.db": READ_ONLY, "wal.db": NO_WA
 
 
 def run(_options, _random):
-    frozen = FrozenMachine(["ext4", "f2fs", "crc32_generic", "squashfs", "overlay"])
+    frozen = frozen_machine()
     for name in ("ext4", "f2fs"):
         with frozen.resume(format_image(SCRATCH / "media.img", name)) as machine:
             _check_writable(machine, f"mount -t {name} /dev/disk/data /data")
