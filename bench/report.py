@@ -2,7 +2,7 @@
 """Writes what scripts/bench has measured into docs/benchmarks.md and, for its chart, as a table.
 
     bench/report.py SUITE_JSON COST_MARKDOWN MACHINE_MARKDOWN CHECK_MARKDOWN LISTINGS_MARKDOWN \
-        SOURCES_MARKDOWN PAGE CHART_DATA
+        SOURCES_MARKDOWN MANUAL_MARKDOWN PAGE CHART_DATA
 
 Of the page, only what stands between the two markers is replaced.
 """
@@ -183,7 +183,7 @@ def write_chart_data(runs, path):
 
 
 def main():
-    suite, cost, machine, check, listings, sources, page, chart_data = sys.argv[1:]
+    suite, cost, machine, check, listings, sources, manual, page, chart_data = sys.argv[1:]
     runs = read_suite(suite)
     write_chart_data(runs, chart_data)
     with open(machine, encoding="utf-8") as file:
@@ -196,6 +196,8 @@ def main():
         listings_text = file.read().strip()
     with open(sources, encoding="utf-8") as file:
         sources_text = file.read().strip()
+    with open(manual, encoding="utf-8") as file:
+        manual_text = file.read().strip()
     text = "\n\n".join(
         [
             BEGIN,
@@ -218,6 +220,8 @@ def main():
             "## zav build\n\nA database of a folder of sources, checked and flushed to the disk, beside "
             "what SQLite's shell takes to import the same files as they are, in turns.\n\n"
             + sources_text,
+            "## zav html\n\nWhat a key typed into the manual takes in a headless Chromium, as its script "
+            "and the browser's layout measure it.\n\n" + manual_text,
             END,
         ]
     )

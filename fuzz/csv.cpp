@@ -1,6 +1,7 @@
 // Any text through the reader of sources: it comes to an end, and what it reads without a mistake
 // is read the same once it is written again.
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -47,12 +48,8 @@ std::string written(const Records& records)
 
 bool hasMistake(const Records& records)
 {
-    for (const CsvRecord& record : records) {
-        if (!record.mistake.empty()) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(records.begin(), records.end(),
+                       [](const CsvRecord& record) { return !record.mistake.empty(); });
 }
 
 }  // namespace

@@ -32,9 +32,8 @@ TEST(Completion, OffersWhatFits)
     };
     const Case cases[] = {
         {"zav \"\"",
-         "--format --debug --help --version faults fault texts sql check info install search "
-         "export "
-         "build diff help"},
+         "--format --debug --help --version faults fault texts sql check info install search html "
+         "export build diff help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -61,6 +60,8 @@ TEST(Completion, OffersWhatFits)
         {"zav diff faults.db other.db --language 3", "30"},
         {"zav search faults.db --field na", "name"},
         {"zav search faults.db \"\"", ""},
+        {"zav html faults.db --language 3", "30"},
+        {"zav html --ti", "--title"},
         {"zav export --dr", "--drop-own"},
         {"zav build folder --release \"\"", ""},
         {"zav build --force folder o", "other.db"},
@@ -109,12 +110,13 @@ TEST(Manual, IsOfTheUserCommands)
 TEST(Manual, NamesAllOptionsAndCommands)
 {
     const ZavCommand zav;
-    std::istringstream words(zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
-                                       "--help; zav info --help; zav install --help; zav export "
-                                       "--help; zav build --help; zav search --help; zav diff "
-                                       "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
-                                       " | sed 's/-h,//'")
-                                 .output);
+    std::istringstream words(
+        zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
+                  "--help; zav info --help; zav install --help; zav export "
+                  "--help; zav build --help; zav html --help; zav search --help; zav diff "
+                  "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                  " | sed 's/-h,//'")
+            .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;
     int count = 0;
     for (std::string word; words >> word; ++count) {

@@ -12,6 +12,7 @@
 #include "line/arguments.h"
 #include "line/authorCommands.h"
 #include "line/helpTexts.h"
+#include "technician/HtmlCommand.h"
 #include "technician/SearchCommand.h"
 
 namespace {
@@ -22,6 +23,7 @@ public:
     Parser()
     {
         addSearch();
+        addHtml();
         addExport();
         addBuild();
         addDiff();
@@ -71,6 +73,25 @@ private:
                 "--field", fmt::format(R"("{}" is none of {})", name, fmt::join(known, "|")));
         }
         return name;
+    }
+
+    void addHtml()
+    {
+        CLI::App* command = addFileCommand(
+            "html", descriptionOf("html"),
+            footer("  zav html faults.db --language 1 --title Press >manual.html\n", ""));
+        addNumbers(*command, "--language", m_html.languages,
+                   "Only the texts in this language; may be repeated")
+            ->type_name("LANGUAGE");
+        command
+            ->add_option("--title", m_html.title, "Of the page; the name of the file unless given")
+            ->type_name("TEXT");
+        command->callback([this] {
+            refuseGeneral("--format", "zav html writes nothing but HTML");
+            runOnDatabase(Format::TABLE, [request = m_html](Database& database, Output& output) {
+                return runHtml(database, request, output);
+            });
+        });
     }
 
     void addExport()
@@ -161,6 +182,7 @@ private:
     }
 
     SearchRequest m_search;
+    HtmlRequest m_html;
     ExportRequest m_export;
     BuildRequest m_build;
     DiffRequest m_diff;

@@ -15,9 +15,10 @@ Words wordsOf(std::string_view text)
     Words words;
     while (!text.empty()) {
         const bool isGap = isBlank(text.front());
-        const auto end = std::find_if(text.begin(), text.end(),
-                                      [&](char character) { return isBlank(character) != isGap; });
-        const auto length = static_cast<std::size_t>(end - text.begin());
+        std::size_t length = 1;
+        while (length < text.size() && isBlank(text[length]) == isGap) {
+            ++length;
+        }
         words.push_back(text.substr(0, length));
         text.remove_prefix(length);
     }

@@ -53,6 +53,7 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {"diff OLD NEW --language x", "--language: \"x\" is no number from 0 to 65535", "diff "},
         {"diff OLD NEW --format xml", "--format: \"xml\" is none of table|json|csv|markdown",
          "diff "},
+        {"--format json html FILE", "--format: zav html writes nothing but HTML", "html "},
         {"help chekc", "there is no command chekc; did you mean check?", ""},
     };
     const ZavCommand zav;
@@ -96,6 +97,7 @@ Subcommands:
   info                        Say what a file is
   install                     Put a checked copy of a file in the place of another
   search                      Find the fault types that have some words
+  html                        Write a file as a manual, one page for a browser
   export                      Write a file as text that lives in version control
   build                       Make a file of such text
   diff                        Show what a new file changes
@@ -110,6 +112,7 @@ Examples:
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
   zav search faults.db door open                    the fault types that have these words
+  zav html faults.db >manual.html                   a manual for a laptop or phone
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
   zav diff released.db faults.db                    what the new file changes

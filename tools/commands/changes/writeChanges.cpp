@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr const char* OLD_SIGN = "- ";
-constexpr const char* NEW_SIGN = "+ ";
+constexpr char OLD_SIGN = '-';
+constexpr char NEW_SIGN = '+';
 
 std::string titleOf(const Change& change, const ChangeList& list)
 {
@@ -25,32 +25,37 @@ std::string titleOf(const Change& change, const ChangeList& list)
     return title;
 }
 
-/// Writes the runs on lines of their own, each after a sign.
-std::string signedLines(const std::vector<WordRun>& runs, const std::string& sign,
-                        const Output& output)
+/// @return the runs on lines of their own, each after a sign.
+std::string signedLines(const std::vector<WordRun>& runs, char sign, const Output& output)
 {
-    std::string text = "    " + sign;
+    const std::string beginning = std::string("    ") + sign;
+    std::string text = beginning;
+    bool isAtBeginning = true;
+    const auto add = [&](const std::string& piece, Look look) {
+        if (!piece.empty()) {
+            text += (isAtBeginning ? " " : "") + output.looking(look, piece);
+            isAtBeginning = false;
+        }
+    };
     for (const WordRun& run : runs) {
+        const Look look = run.isChanged ? Look::STRONG : Look::PLAIN;
         const std::string shown = printable(run.text);
         std::size_t start = 0;
         for (std::size_t end = shown.find('\n'); end != std::string::npos;
              end = shown.find('\n', start)) {
-            const std::string line = shown.substr(start, end - start);
-            text += line.empty() ? line
-                                 : output.looking(run.isChanged ? Look::STRONG : Look::PLAIN, line);
-            text += "\n    " + sign;
+            add(shown.substr(start, end - start), look);
+            text += '\n' + beginning;
+            isAtBeginning = true;
             start = end + 1;
         }
-        const std::string rest = shown.substr(start);
-        text +=
-            rest.empty() ? rest : output.looking(run.isChanged ? Look::STRONG : Look::PLAIN, rest);
+        add(shown.substr(start), look);
     }
     return text + '\n';
 }
 
-std::string valueLines(const RawCell& cell, const char* sign, const Output& output)
+std::string valueLines(const RawCell& cell, char sign, const Output& output)
 {
-    return cell.isNull() ? fmt::format("    {}{}\n", sign, output.looking(Look::FAINT, "NULL"))
+    return cell.isNull() ? fmt::format("    {} {}\n", sign, output.looking(Look::FAINT, "NULL"))
                          : signedLines({{cell.bytes, false}}, sign, output);
 }
 

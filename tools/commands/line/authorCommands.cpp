@@ -34,6 +34,7 @@ const std::vector<AuthorCommand>& authorCommands()
 {
     static const std::vector<AuthorCommand> commands = {
         {"search", "Find the fault types that have some words"},
+        {"html", "Write a file as a manual, one page for a browser"},
         {"export", "Write a file as text that lives in version control"},
         {"build", "Make a file of such text"},
         {"diff", "Show what a new file changes"},

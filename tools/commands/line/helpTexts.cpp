@@ -18,6 +18,7 @@ constexpr const char* EXAMPLES = R"(Examples:
   zav info faults.db --source 1                     which file it is, what is translated
   zav install faults.db /data/faults.db             safely into the place of the old file
   zav search faults.db door open                    the fault types that have these words
+  zav html faults.db >manual.html                   a manual for a laptop or phone
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
   zav diff released.db faults.db                    what the new file changes

@@ -7,35 +7,34 @@
 
 namespace {
 
-/// Numbers come before all else, by their value.
-bool isLess(const RawCell& one, const RawCell& other)
-{
-    if (one.type == CellType::INTEGER && other.type == CellType::INTEGER) {
-        return std::stoll(one.bytes) < std::stoll(other.bytes);
+/// A cell by which rows are sorted: numbers come before all else, by their value.
+struct KeyCell {
+    explicit KeyCell(const RawCell& cell)
+        : type(cell.type),
+          number(cell.type == CellType::INTEGER ? std::stoll(cell.bytes) : 0),
+          bytes(cell.bytes)
+    {
     }
-    return std::tie(one.type, one.bytes) < std::tie(other.type, other.bytes);
-}
+
+    bool operator<(const KeyCell& other) const
+    {
+        return std::tie(type, number, bytes) < std::tie(other.type, other.number, other.bytes);
+    }
+
+    CellType type;
+    long long number;
+    std::string bytes;
+};
 
 struct Key {
-    RawCell code;
-    std::optional<RawCell> language;
-    std::size_t occurrence;  ///< of several rows with the same code and language
+    KeyCell code;
+    std::optional<KeyCell> language;  ///< nothing: of a fault type, which comes before its texts
+    std::size_t occurrence;           ///< of several rows with the same code and language
 
     bool operator<(const Key& other) const
     {
-        if (isLess(code, other.code) || isLess(other.code, code)) {
-            return isLess(code, other.code);
-        }
-        const RawCell none(CellType::NONE, "");
-        const RawCell& own = language.value_or(none);
-        const RawCell& others = other.language.value_or(none);
-        if (language.has_value() != other.language.has_value()) {
-            return !language.has_value();
-        }
-        if (isLess(own, others) || isLess(others, own)) {
-            return isLess(own, others);
-        }
-        return occurrence < other.occurrence;
+        return std::tie(code, language, occurrence) <
+               std::tie(other.code, other.language, other.occurrence);
     }
 };
 
@@ -52,8 +51,10 @@ void addRows(const std::vector<StoredRow>& rows, bool areTexts, const StoredRow*
 {
     std::map<Key, std::size_t> counts;
     for (const StoredRow& row : rows) {
-        Key key = {row[StoredFile::CODE],
-                   areTexts ? std::optional(row[StoredFile::LANGUAGE]) : std::nullopt, 0};
+        Key key = {KeyCell(row[StoredFile::CODE]), std::nullopt, 0};
+        if (areTexts) {
+            key.language.emplace(row[StoredFile::LANGUAGE]);
+        }
         key.occurrence = counts[key]++;
         pairs[key].*side = &row;
     }
@@ -122,7 +123,11 @@ std::vector<Change> compareStored(const StoredFile& before, const StoredFile& af
                                               ? fieldsOf(pair, textNames, StoredFile::NAME)
                                               : fieldsOf(pair, faultTypeNames, StoredFile::ALIAS);
         if (!fields.empty()) {
-            changes.push_back({kindOf(pair), key.code, key.language, std::move(fields)});
+            const StoredRow& row = pair.after != nullptr ? *pair.after : *pair.before;
+            changes.push_back(
+                {kindOf(pair), row[StoredFile::CODE],
+                 key.language ? std::optional(row[StoredFile::LANGUAGE]) : std::nullopt,
+                 std::move(fields)});
         }
     }
     return changes;

@@ -68,9 +68,9 @@ added 101 HOT, language 3
   description
     + NULL
   comment
-    + 
+    +
   remedy
-    + 
+    +
 
 changed 102 COLD
   bug
@@ -91,13 +91,13 @@ removed 103 OLD, language 1
   name
     - Old
   short_description
-    - 
+    -
   description
-    - 
+    -
   comment
-    - 
+    -
   remedy
-    - 
+    -
 )");
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.status, 1);
