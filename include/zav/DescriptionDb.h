@@ -118,6 +118,7 @@ private:
     DescriptionDb();
     ~DescriptionDb();
 
+    // In this order in the binary interface: the test abi/layout_test.cpp fails at a change.
     bool m_bOpen = false;
     ZavSqlFaultTypeDefTbl m_faultTypeDefTbl;
     ZavSqlDescriptionsTbl m_descriptionsTbl;

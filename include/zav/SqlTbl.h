@@ -33,6 +33,8 @@
 /// @tparam T  the record type: default-constructible and copyable.
 /// @note Not safe for concurrent use, and neither copied nor moved: the columns point into the
 ///       object's own working record.
+/// @note The order of the virtual functions and of the members is that of the binary interface. The
+///       tests abi/virtualTables_test.cpp and abi/layout_test.cpp fail at a change.
 template <class T>
 class ZAV_EXPORT SqlTbl {
 public:

@@ -157,6 +157,8 @@ public:
 
     std::uint32_t m_dbgLevel;  ///< debug level: above 1, each successful getTbl() writes a line
 
+    // The order of the members, public and private ones mixed, is that of the binary interface:
+    // applications read them where they lie. The test abi/layout_test.cpp fails at a change.
 private:
     std::string m_path;
     std::int32_t m_lastCode = 0;
