@@ -10,6 +10,7 @@ from emulator.machine import MachineError
 from emulator.writers import DATABASE, INSTALL, Writer, last_said
 
 DAYS, HOURS = 30, 24
+FIRST = 10_000  # generation: all have as many digits, so that all files are as large
 MOUNT = "mount -t ext4 /dev/disk/data /data"
 LONGEST_LAST_HOUR = 2.0  # seconds until its power is cut
 SECONDS = 600  # that a day may take
@@ -24,8 +25,8 @@ def run(options, random):
     frozen = frozen_machine()
     image = format_image(SCRATCH / "life.img", "ext4")
     with frozen.resume(image) as machine:
-        machine.run(f"{MOUNT} && generations make {DATABASE} 1 && umount /data")
-    oldest = newest = 1
+        machine.run(f"{MOUNT} && generations make {DATABASE} {FIRST} && umount /data")
+    oldest = newest = FIRST
     usages = []
     for day in range(1, days + 1):
         try:
