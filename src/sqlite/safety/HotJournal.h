@@ -25,7 +25,7 @@ public:
     bool rollBack(sqlite3* db, int busyTimeoutMs) noexcept;
 
 private:
-    bool isWorthATry(const char* database, const struct stat& journal) const noexcept;
+    bool isWorthATry(const char* database, const struct stat& status) const noexcept;
 
     struct stat m_stayed = {};  ///< the journal that a try has not removed
 };

@@ -156,7 +156,7 @@ usage, 3 the file cannot be read or the output cannot be written.
     const CommandResult result = zav.shell(
         "mkdir -p " + zav.file("bin") + "; program='" + ZavCommand::program() +
         "'; cp \"$program\" " + zav.file("bin") +
-        "; LD_LIBRARY_PATH=\"$(dirname \"$program\")/..\" " + zav.file("bin/zav") + " build a b");
+        R"(; LD_LIBRARY_PATH="$(dirname "$program")/.." )" + zav.file("bin/zav") + " build a b");
     EXPECT_EQ(
         result.errors,
         "zav: this is a command of zav-author, which is not installed; install that package\n");

@@ -126,20 +126,20 @@ TEST_F(Build, FindsAllMistakesAtOnce)
     const std::string name =
         ".csv: the name tells no language; it must be texts-N.csv with a number from 0 to 65535";
     expectMistakes({
-        "/faults.csv:2: bug: \"x\" is no whole number from 0 to 4294967295, or \\N",
-        "/faults.csv:2: clear_after_cycle_nr: \"65536\" is no whole number from 0 to 65535, or \\N",
+        R"(/faults.csv:2: bug: "x" is no whole number from 0 to 4294967295, or \N)",
+        R"(/faults.csv:2: clear_after_cycle_nr: "65536" is no whole number from 0 to 65535, or \N)",
         "/faults.csv:4: code: \"\" is no whole number from 0 to 65535",
         "/faults.csv:5: a quote stands in a text without quotes around it",
         "/faults.csv:6: a text goes on after its closing quote",
         "/faults.csv:7: there are 4 cells, not 5",
         "/faults.csv:8: a carriage return stands in a text without quotes around it",
         "/faults.csv:9: alias: the text holds bytes that are no UTF-8",
-        "/faults.csv:9: bug: \"-1\" is no whole number from 0 to 4294967295, or \\N",
-        "/faults.csv:9: clear_after_cycle_nr: \"+1\" is no whole number from 0 to 65535, or \\N",
-        "/faults.csv:10: clear_after_cycle_nr: \" 1\" is no whole number from 0 to 65535, or \\N",
+        R"(/faults.csv:9: bug: "-1" is no whole number from 0 to 4294967295, or \N)",
+        R"(/faults.csv:9: clear_after_cycle_nr: "+1" is no whole number from 0 to 65535, or \N)",
+        R"(/faults.csv:10: clear_after_cycle_nr: " 1" is no whole number from 0 to 65535, or \N)",
         "/faults.csv:10: code: the fault type 7 is defined in faults.csv:2 already",
         "/faults.csv:11: code: \"65536\" is no whole number from 0 to 65535",
-        "/faults.csv:11: bug: \"4294967296\" is no whole number from 0 to 4294967295, or \\N",
+        R"(/faults.csv:11: bug: "4294967296" is no whole number from 0 to 4294967295, or \N)",
         "/faults.csv:12: code: the code is missing",
         "/faults.csv:13: the closing quote of a text is missing",
         "/texts-01" + name,
@@ -147,8 +147,8 @@ TEST_F(Build, FindsAllMistakesAtOnce)
         "/texts-en" + name,
         "/texts-2.csv:1: the names of the columns are missing",
         "/texts-3.csv:5: code: the fault type 7 has a text in texts-3.csv:2 already",
-        "/texts-4.csv:1: the columns are code,name,text; they must be "
-        "code,name,short_description,description,comment,remedy",
+        std::string("/texts-4.csv:1: the columns are code,name,text; they must be ") +
+            "code,name,short_description,description,comment,remedy",
     });
 }
 

@@ -126,9 +126,8 @@ TEST_F(Export, RefusesWhatCannotTravel)
          {"fault type -1, code: \"-1\" is no whole number from 0 to 65535",
           "fault type 70000, code: \"70000\" is no whole number from 0 to 65535"}},
         {"UPDATE fault_type_definition SET bug='x', clear_after_cycle_nr=1.5 WHERE code=7",
-         {"fault type 7, bug: \"x\" is no whole number from 0 to 4294967295, or \\N",
-          "fault type 7, clear_after_cycle_nr: \"1.5\" is no whole number from 0 to 65535, or "
-          "\\N"}},
+         {R"(fault type 7, bug: "x" is no whole number from 0 to 4294967295, or \N)",
+          R"(fault type 7, clear_after_cycle_nr: "1.5" is no whole number from 0 to 65535, or \N)"}},
         {"UPDATE descriptions SET name=x'00', remedy=CAST(x'ff' AS TEXT), comment='a'||char(0) "
          "WHERE id=1",
          {"text of fault type 12, language 30, name: is no text",
