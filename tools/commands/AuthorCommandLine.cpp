@@ -59,7 +59,7 @@ private:
                 throw CLI::ValidationError("WORD", "is empty");
             }
             runOnDatabase(listingFormat(),
-                          [request = m_search](Database& database, Output& output) {
+                          [request = m_search](const Database& database, Output& output) {
                               return runSearch(database, request, output);
                           });
         });
@@ -88,9 +88,10 @@ private:
             ->type_name("TEXT");
         command->callback([this] {
             refuseGeneral("--format", "zav html writes nothing but HTML");
-            runOnDatabase(Format::TABLE, [request = m_html](Database& database, Output& output) {
-                return runHtml(database, request, output);
-            });
+            runOnDatabase(Format::TABLE,
+                          [request = m_html](const Database& database, Output& output) {
+                              return runHtml(database, request, output);
+                          });
         });
     }
 
@@ -107,7 +108,7 @@ private:
                           "Leave your own columns, tables, indexes and views out");
         command->callback([this] {
             runOnDatabase(listingFormat(),
-                          [request = m_export](Database& database, Output& output) {
+                          [request = m_export](const Database& database, Output& output) {
                               return runExport(database, request, output);
                           });
         });

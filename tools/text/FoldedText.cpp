@@ -96,12 +96,12 @@ FoldedText::Places FoldedText::placesOf(const std::vector<FoldedText>& words, st
     const Letters letters(text);
     Places found;
     for (const FoldedText& word : words) {
-        const std::string& bytes = word.bytes();
-        for (std::size_t start = letters.folded.find(bytes);
-             !bytes.empty() && start != std::string::npos;
-             start = letters.folded.find(bytes, start + bytes.size())) {
+        const std::string& sought = word.bytes();
+        for (std::size_t start = letters.folded.find(sought);
+             !sought.empty() && start != std::string::npos;
+             start = letters.folded.find(sought, start + sought.size())) {
             found.emplace_back(letters.starts[letters.letterAt(start)],
-                               letters.starts[letters.letterAt(start + bytes.size() - 1) + 1]);
+                               letters.starts[letters.letterAt(start + sought.size() - 1) + 1]);
         }
     }
     std::sort(found.begin(), found.end());

@@ -96,7 +96,7 @@ void addFolderObstacles(const std::string& folder, const std::map<std::string, s
     }
 }
 
-std::map<std::string, std::string> sourcesWithout(Obstacles& obstacles, Database& database,
+std::map<std::string, std::string> sourcesWithout(Obstacles& obstacles, const Database& database,
                                                   const ExportRequest& request)
 {
     if (!request.dropsOwn) {
@@ -134,7 +134,7 @@ void write(const std::map<std::string, std::string>& files, const std::string& f
 
 }  // namespace
 
-ExitStatus runExport(Database& database, const ExportRequest& request, Output& output)
+ExitStatus runExport(const Database& database, const ExportRequest& request, Output& output)
 {
     Obstacles obstacles;
     const std::map<std::string, std::string> files = sourcesWithout(obstacles, database, request);

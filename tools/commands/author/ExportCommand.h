@@ -12,4 +12,4 @@ struct ExportRequest {
 };
 
 /// zav export: writes a file as a folder of sources, of which zav build makes it again.
-ExitStatus runExport(Database& database, const ExportRequest& request, Output& output);
+ExitStatus runExport(const Database& database, const ExportRequest& request, Output& output);

@@ -213,7 +213,7 @@ private:
 
 }  // namespace
 
-ExitStatus runHtml(Database& database, const HtmlRequest& request, Output& output)
+ExitStatus runHtml(const Database& database, const HtmlRequest& request, Output& output)
 {
     const StoredFile content = readStored(database);
     const std::string title = request.title.empty()

@@ -14,4 +14,4 @@ struct HtmlRequest {
 };
 
 /// zav html: the whole file as one page.
-ExitStatus runHtml(Database& database, const HtmlRequest& request, Output& output);
+ExitStatus runHtml(const Database& database, const HtmlRequest& request, Output& output);

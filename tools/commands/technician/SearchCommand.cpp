@@ -147,9 +147,10 @@ private:
             if (found == fields.end()) {
                 return std::nullopt;
             }
-            match.score += static_cast<std::size_t>(found->rank);
-            if (match.piece.empty() && found->rank != Rank::NAME) {
-                match.piece = pieceAround(word, found->text);
+            const Field& best = *found;
+            match.score += static_cast<std::size_t>(best.rank);
+            if (match.piece.empty() && best.rank != Rank::NAME) {
+                match.piece = pieceAround(word, best.text);
             }
         }
         return match;
@@ -270,7 +271,7 @@ std::vector<std::string> searchedFields()
     return names;
 }
 
-ExitStatus runSearch(Database& database, const SearchRequest& request, Output& output)
+ExitStatus runSearch(const Database& database, const SearchRequest& request, Output& output)
 {
     const StoredFile content = readStored(database);
     const Search search(request);

@@ -19,4 +19,4 @@ struct SearchRequest {
 std::vector<std::string> searchedFields();
 
 /// zav search: the fault types that have all words.
-ExitStatus runSearch(Database& database, const SearchRequest& request, Output& output);
+ExitStatus runSearch(const Database& database, const SearchRequest& request, Output& output);

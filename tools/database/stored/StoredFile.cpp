@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "readingStored.h"
 #include "valueColumns.h"
 
@@ -15,10 +17,11 @@ std::vector<StoredRow> readTable(const RawDatabase& database, const TableModel& 
     }
     std::vector<StoredRow> rows;
     database.read(valueQuery(table) + order, [&](const RawRow& row) {
-        StoredRow& cells = rows.emplace_back();
+        StoredRow cells;
         for (int i = 0; i < row.columnCount(); ++i) {
             cells.emplace_back(row.cell(i));
         }
+        rows.push_back(std::move(cells));
     });
     return rows;
 }
