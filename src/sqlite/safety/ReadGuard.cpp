@@ -1,6 +1,5 @@
 #include "ReadGuard.h"
 
-#include <memory>
 #include <utility>
 
 #include "../execute.h"
@@ -17,6 +16,15 @@ constexpr int MOST_RUNS = 5;
 
 /// To compile a query without code of the file.
 constexpr std::size_t STACK_FOR_ANY_QUERY = 2560;
+
+/// A collation goes with its connection, after the files are closed. Nobody compares by this one.
+constexpr const char* OWNER = "zav";
+
+int compare(void* /*guard*/, int /*length*/, const void* /*text*/, int /*otherLength*/,
+            const void* /*otherText*/)
+{
+    return 0;
+}
 
 int fail(int code, char* text, char** errorText)
 {
@@ -54,29 +62,26 @@ int schemaSize(sqlite3* db)
 
 int ReadGuard::open(const char* path, sqlite3** db, char** errorText) noexcept
 {
-    std::unique_ptr<ReadGuard> guard(new ReadGuard);
+    auto* const guard = new ReadGuard;
     if (guard == nullptr) {
         return SQLITE_NOMEM;
     }
     constexpr int FLAGS = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
-    const int code = guard->CompanionVfs::open(path, FLAGS, db);
+    int code = guard->CompanionVfs::open(path, FLAGS, db);
     if (code == SQLITE_OK) {
-        static_cast<void>(guard.release());  // goes with the connection
-    } else {
+        code = sqlite3_create_collation_v2(*db, OWNER, SQLITE_UTF8, guard, compare, destroy);
+    }
+    if (code != SQLITE_OK) {
         fail(code, sqlite3_mprintf("%s", sqlite3_errmsg(*db)), errorText);
         sqlite3_close(std::exchange(*db, nullptr));
+        destroy(guard);
     }
     return code;
 }
 
-int ReadGuard::close(sqlite3* db) noexcept
+void ReadGuard::destroy(void* guard)
 {
-    std::unique_ptr<ReadGuard> guard(of(db));
-    const int code = sqlite3_close(db);
-    if (code != SQLITE_OK) {
-        static_cast<void>(guard.release());
-    }
-    return code;
+    delete static_cast<ReadGuard*>(guard);
 }
 
 void ReadGuard::start(sqlite3* db) noexcept

@@ -7,21 +7,17 @@
 class QueryBudget;
 
 /// Stands between a connection that only reads and a file that may have been made to do harm, or
-/// that a writer has left half changed. Made with its connection, it is deleted after it.
+/// that a writer has left half changed.
 class ReadGuard : public CompanionVfs, public InSqliteMemory {
 public:
-    /// Opens a database for reading, with a guard.
+    /// Opens a database for reading, with a guard, which goes when the connection is closed, by
+    /// whomever.
     ///
-    /// @param[out] db         to be closed by close(); null on failure.
+    /// @param[out] db         null on failure.
     /// @param[out] errorText  on failure SQLite's, to be released with sqlite3_free(); null without
     ///                        memory even for that.
     /// @return SQLite's result code.
     static int open(const char* path, sqlite3** db, char** errorText) noexcept;
-
-    /// Closes any connection, and deletes its guard where it has one.
-    ///
-    /// @return SQLite's result code; where it is not 0, both stay.
-    static int close(sqlite3* db) noexcept;
 
     /// @return the guard of a connection; null where it has none.
     static ReadGuard* of(sqlite3* db) noexcept
@@ -49,6 +45,7 @@ public:
 private:
     ReadGuard() noexcept : CompanionVfs(Use::READING) {}
 
+    static void destroy(void* guard);
     static int authorize(void* guard, int action, const char* first, const char* second,
                          const char* schema, const char* view);
 

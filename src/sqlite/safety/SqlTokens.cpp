@@ -107,6 +107,7 @@ void SqlTokens::skipSpaceAndComments()
             do {
                 skipUntil('*');
             } while (m_at != m_end && *m_at != '/');
+            m_at += m_at != m_end ? 1 : 0;
         } else {
             return;
         }

@@ -185,7 +185,7 @@ TEST(Output, BreaksNoWordOfTheSampleAt120Columns)
 {
     const ZavCommand zav;
     const std::string file = zav.database();
-    zav.shell("sqlite3 -bail " + file + " <" ZAV_SOURCE_DIR "/db/sample.sql");
+    zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'");
     const std::string words = " | tr -s ' \n' '\n\n' | LC_ALL=C sort -u";
     EXPECT_EQ(zav.shell("{ sqlite3 -csv " + file +
                         " 'SELECT name, short_description, description, comment, remedy FROM "

@@ -84,8 +84,8 @@ TEST_F(Build, MakesADatabaseOfSources)
         m_zav.shell("sqlite3 -readonly " + m_zav.file("faults.db") + " .schema | grep -v sqlite_")
             .output,
         m_zav
-            .shell("sqlite3 ':memory:' '.read " ZAV_SOURCE_DIR
-                   "/db/schema.sql' .schema | grep -v sqlite_")
+            .shell(R"(sqlite3 ':memory:' '.read ")" ZAV_SOURCE_DIR
+                   R"(/db/schema.sql"' .schema | grep -v sqlite_)")
             .output);
 }
 
@@ -209,8 +209,8 @@ TEST_F(Build, SaysWhatCannotBeRead)
 TEST_F(Build, IsTheOtherWayOfExport)
 {
     m_zav.shell("cd " + m_zav.file("") +
-                "; rm -r src; cat " ZAV_SOURCE_DIR "/db/schema.sql " ZAV_SOURCE_DIR
-                "/db/sample.sql | sqlite3 -bail sample.db");
+                "; rm -r src; cat '" ZAV_SOURCE_DIR "/db/schema.sql' '" ZAV_SOURCE_DIR
+                "/db/sample.sql' | sqlite3 -bail sample.db");
     const CommandResult result =
         m_zav.shell("cd " + m_zav.file("") +
                     "; zav export sample.db one >&2; zav build one one.db --release 3 >&2; zav "

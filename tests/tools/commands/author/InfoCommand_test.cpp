@@ -205,8 +205,8 @@ TEST(ContentHash, IsMadeAsTheDocumentSays)
     const std::string file = zav.database(
         std::string(ROWS) +
         "; INSERT INTO descriptions VALUES(8,2,3,'ä''ö',NULL,x'00ff',1.5,'a' || char(0) || 'b')");
-    const CommandResult result = zav.shell(ZAV_SOURCE_DIR "/tests/docs/block " ZAV_SOURCE_DIR
-                                                          "/docs/database.md content | python3 - " +
+    const CommandResult result = zav.shell("'" ZAV_SOURCE_DIR "/tests/docs/block' '" ZAV_SOURCE_DIR
+                                           "/docs/database.md' content | python3 - " +
                                            file);
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output, contentOfFile(zav, file));

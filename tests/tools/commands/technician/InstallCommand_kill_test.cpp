@@ -62,6 +62,12 @@ struct Situation {
     std::string before;  ///< what the file is then
 };
 
+/// Or GoogleTest would print its bytes, padding included.
+void PrintTo(const Situation& situation, std::ostream* stream)
+{
+    *stream << situation.name;
+}
+
 const Situation SITUATIONS[] = {
     {"NoOldFile", [](const std::string&) {}, "missing"},
     {"AnOldFile", [](const std::string& file) { makeOld(file); }, OLD},
