@@ -117,7 +117,8 @@ void makeTree(const std::string& file, int height)
 void makeSharedOverflow(const std::string& file, int chain, bool isLoop)
 {
     Pages pages(file);
-    const auto length = static_cast<std::uint32_t>(chain) * (PAGE - 4) - 100;
+    // So little is missing to full pages that the least of each row lies in the table's own.
+    const auto length = static_cast<std::uint32_t>(chain) * (PAGE - 4) - 20;
     std::vector<std::string> rows;
     for (std::uint32_t i = 0; i < 8; ++i) {
         rows.push_back(longRow(i, length, 4));
