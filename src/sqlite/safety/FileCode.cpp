@@ -410,6 +410,9 @@ void FileCode::finish()
 
 void FileCode::sort()
 {
+    if (m_pieces.size() == 0) {
+        return;
+    }
     std::qsort(m_pieces.begin(), m_pieces.size(), sizeof(Piece),
                [](const void* one, const void* other) {
                    return static_cast<const Piece*>(one)->name.compare(
