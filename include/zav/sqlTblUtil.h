@@ -126,7 +126,11 @@ void extract(std::istream& stream, void* value)
 /// Reads any text of a number cell; see setValueFromSqlResult(). Once for all types: a stream is
 /// much code.
 ///
-/// @param[out] number  for extractNumber; of no meaning unless the result is 0.
+/// @param cell           the text; not null.
+/// @param typeName       of the number's type, for the message.
+/// @param extractNumber  reads from the stream what its second argument points to; see extract().
+/// @param[out] number    of that type; of no meaning unless the result is 0.
+/// @return 0 a number was read; -1 the text holds none, which is reported.
 inline int readFromStream(const char* cell, const char* typeName,
                           void (*extractNumber)(std::istream&, void*), void* number)
 {
