@@ -69,15 +69,6 @@ protected:
         EXPECT_EQ(m_lines, line);
     }
 
-    /// A writer that is killed in mid-transaction.
-    void killWriter() const
-    {
-        ChildProcess writer(
-            [this](const ChildProcess::Signal& signal) { updateWithoutCommit(m_file, signal); });
-        ASSERT_TRUE(writer.waitForSignal());
-        writer.kill();
-    }
-
     TempDir m_dir;
     const std::string m_file = m_dir.file("faults.db");
     Sqlite3Db m_db{0};
@@ -111,7 +102,7 @@ protected:
     void killWriterOfSeveralDatabases()
     {
         makeGenerations(m_file, "DELETE");
-        killWriter();
+        ASSERT_TRUE(killWriter(m_file));
         setContents(m_journal, contents(m_journal) + superJournalRecord(m_super));
     }
 
@@ -156,7 +147,7 @@ TEST_F(SuperJournal, IsLeftToTheProgramThatWroteIt)
 TEST_F(SuperJournal, OfAnotherLengthThanZeroIsNeededToKeepAJournalFromBeingRolledBack)
 {
     makeGenerations(m_file, "DELETE");
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     setContents(m_journal, contents(m_journal) + superJournalRecord(""));
     expectRead();
 }
@@ -281,7 +272,7 @@ protected:
     void makeFileInWalModeWithLog()
     {
         makeGenerations(m_file, "WAL");
-        killWriter();
+        ASSERT_TRUE(killWriter(m_file));
     }
 
     const std::string m_strangers = m_dir.file("a strangers file");
@@ -326,7 +317,7 @@ protected:
     {
         Companions::SetUp();
         makeGenerations(m_file, "DELETE");
-        killWriter();
+        ASSERT_TRUE(killWriter(m_file));
     }
 };
 

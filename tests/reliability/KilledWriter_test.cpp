@@ -19,14 +19,6 @@ const std::set<std::string> COMMITTED = {"0"};
 /// A file that a writer was changing when it was killed, parameter: the journal mode.
 class KilledWriter : public testing::TestWithParam<const char*> {
 protected:
-    void killWriter()
-    {
-        ChildProcess writer(
-            [this](const ChildProcess::Signal& signal) { updateWithoutCommit(m_file, signal); });
-        ASSERT_TRUE(writer.waitForSignal());
-        writer.kill();
-    }
-
     bool isWal() const { return GetParam() == std::string("WAL"); }
 
     TempDir m_dir;
@@ -48,7 +40,7 @@ int plainReadOnlyRead(const std::string& file)
 TEST_P(KilledWriter, LeavesUncommittedPagesOnTheDisk)
 {
     const std::string before = contents(m_file);
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     if (isWal()) {
         EXPECT_GT(std::filesystem::file_size(m_file + "-wal"), before.size() / 2);
     } else {
@@ -59,7 +51,7 @@ TEST_P(KilledWriter, LeavesUncommittedPagesOnTheDisk)
 
 TEST_P(KilledWriter, BeforeTheOpeningLeavesTheCommittedTexts)
 {
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     ASSERT_EQ(m_db.openDb(m_file, true), 0);
     EXPECT_FALSE(std::filesystem::exists(m_file + "-journal"));
     EXPECT_TRUE(m_db.isReadOnly());
@@ -74,7 +66,7 @@ TEST_P(KilledWriter, BesideAnOpenReaderLeavesTheCommittedTexts)
 {
     ASSERT_EQ(m_db.openDb(m_file, true), 0);
     ASSERT_EQ(readGenerations(m_db).texts, COMMITTED);
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     const CoutCapture output;
     const Generations read = readGenerations(m_db);
     EXPECT_EQ(read.result, 1000);
@@ -84,7 +76,7 @@ TEST_P(KilledWriter, BesideAnOpenReaderLeavesTheCommittedTexts)
 
 TEST_P(KilledWriter, LeavesAFileThatIsWrittenAgain)
 {
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     ASSERT_EQ(m_db.openDb(m_file, true), 0);
     runSql(m_file, "UPDATE descriptions SET name = 'new'");
     EXPECT_EQ(readGenerations(m_db).texts, std::set<std::string>{"new"});

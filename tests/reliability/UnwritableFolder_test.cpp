@@ -11,7 +11,6 @@
 #include <set>
 #include <string>
 
-#include "support/ChildProcess.h"
 #include "support/CoutCapture.h"
 #include "support/TempDir.h"
 #include "support/WithoutRootRights.h"
@@ -48,14 +47,6 @@ protected:
         return generations;
     }
 
-    void killWriter()
-    {
-        ChildProcess writer(
-            [this](const ChildProcess::Signal& signal) { updateWithoutCommit(m_file, signal); });
-        ASSERT_TRUE(writer.waitForSignal());
-        writer.kill();
-    }
-
     TempDir m_dir;
     const std::string m_file = m_dir.file("faults.db");
     Sqlite3Db m_db{0};
@@ -73,7 +64,7 @@ TEST_F(UnwritableFolder, FileIsRead)
 TEST_F(UnwritableFolder, JournalOfAKilledWriterFailsTheQueries)
 {
     makeGenerations(m_file, "DELETE");
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     makeUnwritable();
     EXPECT_EQ(read().result, -2);
     EXPECT_EQ(m_lines, READ_ONLY);
@@ -92,7 +83,7 @@ TEST_F(UnwritableFolder, FileInWalModeFailsTheQueriesWithoutItsCompanions)
 TEST_F(UnwritableFolder, FileInWalModeIsReadWithItsCompanions)
 {
     makeGenerations(m_file, "WAL");
-    killWriter();
+    ASSERT_TRUE(killWriter(m_file));
     makeUnwritable();
     const Generations generations = read();
     EXPECT_EQ(generations.result, 1000);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -108,7 +109,8 @@ TEST_F(QueryBudget, EndsWithItsQuery)
         static_cast<std::vector<std::string>*>(list)->emplace_back(values[0]);
         return 0;
     };
-    sqlite3_limit(trace.connection(), SQLITE_LIMIT_LENGTH, TOO_MUCH);
+    const auto fileBytes = static_cast<int>(std::filesystem::file_size(m_file));
+    ASSERT_EQ(sqlite3_limit(trace.connection(), SQLITE_LIMIT_LENGTH, TOO_MUCH), fileBytes * 3 / 2);
     EXPECT_EQ(sqlite3_exec(trace.connection(),
                            (NUMBERS + std::string("20) SELECT hex(zeroblob(8000000)) FROM n "
                                                   "ORDER BY i"))

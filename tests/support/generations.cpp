@@ -39,6 +39,15 @@ void updateWithoutCommit(const std::string& file, const ChildProcess::Signal& si
     }
 }
 
+bool killWriter(const std::string& file)
+{
+    ChildProcess writer(
+        [&file](const ChildProcess::Signal& signal) { updateWithoutCommit(file, signal); });
+    const bool hasBegun = writer.waitForSignal();
+    writer.kill();
+    return hasBegun;
+}
+
 void updateForever(const std::string& file, const ChildProcess::Signal& signal)
 {
     OpenFile writer(file);

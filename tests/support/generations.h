@@ -18,6 +18,10 @@ std::string makeGenerations(const std::string& file, const std::string& journalM
 /// before the commit; signals, and waits to be killed.
 void updateWithoutCommit(const std::string& file, const ChildProcess::Signal& signal);
 
+/// A process that is killed in updateWithoutCommit().
+/// @return whether it came so far.
+bool killWriter(const std::string& file);
+
 /// Updates from generation to generation without end; signals after each commit.
 void updateForever(const std::string& file, const ChildProcess::Signal& signal);
 

@@ -1,7 +1,5 @@
 #include "FileCode.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
