@@ -1,7 +1,5 @@
 #include "checkContents.h"
 
-#include <fmt/format.h>
-
 #include "database/DatabaseErrors.h"
 #include "file/Trial.h"
 #include "relations/AliasCheck.h"
@@ -12,6 +10,7 @@
 #include "tables/CellCheck.h"
 #include "tables/KeyCheck.h"
 #include "tables/checkColumns.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -83,8 +82,8 @@ private:
     {
         constexpr std::size_t ROWS_PER_PROGRESS = 1024;
         // With all columns, as the library: by fewer, SQLite may read an index in another order.
-        const std::string plain = fmt::format(R"(SELECT * FROM "{}")", m_model.name);
-        const std::string asking = fmt::format(
+        const std::string plain = formatted(R"(SELECT * FROM "{}")", m_model.name);
+        const std::string asking = formatted(
             R"(SELECT *, {0}{1}delivered({0}, {2}) FROM "{3}")", m_model.filterColumn().name,
             m_model.comparison, static_cast<int>(m_model.filterColumn().kind), m_model.name);
         // Not where the table has as many columns as SQLite allows.
@@ -122,7 +121,7 @@ Finding missingIndex(const TableModel& model)
     Finding found(FindingKind::MISSING_INDEX);
     found.table = model.name;
     found.column = column;
-    found.what = fmt::format(
+    found.what = formatted(
         "{0} reads the whole table; "
         R"(CREATE INDEX "{1}_{2}" ON "{1}" ("{2}");)",
         model.lookup, model.name, column);

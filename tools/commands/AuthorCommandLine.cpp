@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <limits>
@@ -14,6 +12,7 @@
 #include "line/helpTexts.h"
 #include "technician/HtmlCommand.h"
 #include "technician/SearchCommand.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -70,7 +69,7 @@ private:
         const std::vector<std::string> known = searchedFields();
         if (std::find(known.begin(), known.end(), name) == known.end()) {
             throw CLI::ValidationError(
-                "--field", fmt::format(R"("{}" is none of {})", name, fmt::join(known, "|")));
+                "--field", formatted(R"("{}" is none of {})", name, listed(known, "|")));
         }
         return name;
     }
@@ -171,7 +170,7 @@ private:
         const auto number = numberFrom<std::uint32_t>(text, "--release");
         if (number > LARGEST) {
             throw CLI::ValidationError(
-                "--release", fmt::format(R"("{}" is no number from 0 to {})", text, LARGEST));
+                "--release", formatted(R"("{}" is no number from 0 to {})", text, LARGEST));
         }
         return static_cast<std::int32_t>(number);
     }

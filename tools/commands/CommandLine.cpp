@@ -1,8 +1,5 @@
 #include "CommandLine.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
@@ -24,6 +21,7 @@
 #include "technician/FaultsCommand.h"
 #include "technician/InstallCommand.h"
 #include "technician/TextsCommand.h"
+#include "text/formatted.h"
 #include "text/nearest.h"
 
 namespace {
@@ -37,9 +35,9 @@ FindingKind kindFrom(const std::string& name, const std::string& option)
     for (const KindInfo& info : allKinds()) {
         names.emplace_back(info.name);
     }
-    throw CLI::ValidationError(
-        option, fmt::format(R"("{}" is no kind of finding; the nearest is "{}")", name,
-                            nearest(name, names)));
+    throw CLI::ValidationError(option,
+                               formatted(R"("{}" is no kind of finding; the nearest is "{}")", name,
+                                         nearest(name, names)));
 }
 
 Choices<Severity> severities()
@@ -57,8 +55,8 @@ std::string contentFrom(const std::string& text)
     }
     if (hash.size() != DIGITS || hash.find_first_not_of("0123456789abcdef") != std::string::npos) {
         throw CLI::ValidationError(
-            "--expect", fmt::format(R"("{}" is no content hash: these have {} hexadecimal digits)",
-                                    text, DIGITS));
+            "--expect", formatted(R"("{}" is no content hash: these have {} hexadecimal digits)",
+                                  text, DIGITS));
     }
     return hash;
 }
@@ -71,7 +69,7 @@ bool isNumber(const std::string& text)
 std::string fileComesFirst(const std::string& command, const std::string& file,
                            const std::string& other)
 {
-    return fmt::format("the file comes first: zav {} {} {}", command, file, other);
+    return formatted("the file comes first: zav {} {} {}", command, file, other);
 }
 
 /// @return the names of a list, each of which must be one of the known.
@@ -82,7 +80,7 @@ std::vector<std::string> columnsFrom(const std::string& list, const std::vector<
     for (std::string name; std::getline(stream, name, ',');) {
         if (std::find(known.begin(), known.end(), name) == known.end()) {
             throw CLI::ValidationError(
-                "--columns", fmt::format(R"("{}" is none of {})", name, fmt::join(known, ",")));
+                "--columns", formatted(R"("{}" is none of {})", name, listed(known, ",")));
         }
         names.push_back(name);
     }

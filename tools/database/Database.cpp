@@ -1,11 +1,10 @@
 #include "Database.h"
 
-#include <fmt/format.h>
-
 #include "DatabaseErrors.h"
 #include "LibraryLines.h"
 #include "LibraryTable.h"
 #include "TableModel.h"
+#include "text/formatted.h"
 
 Database::Database(const std::string& file, int debugLevel)
     : m_file(file), m_journals(journalsOf(file)), m_service(DescriptionDb::getInstance())
@@ -13,7 +12,7 @@ Database::Database(const std::string& file, int debugLevel)
     m_service->setDbgLevel(debugLevel);
     if (m_service->openDb(file, true) != 0) {
         throw UnreadableFile(
-            fmt::format("{}: cannot be opened: {}", file, DescriptionDb::sqliteDb.lastErrorText()));
+            formatted("{}: cannot be opened: {}", file, DescriptionDb::sqliteDb.lastErrorText()));
     }
 }
 
@@ -38,8 +37,7 @@ std::optional<FaultTypeDef> Database::faultType(std::uint16_t code)
     const int count = faultTypesWith(code);
     throwIfFailed(count);
     if (count > 0) {
-        throw AmbiguousCode(
-            fmt::format("{}: {} fault types have the code {}", m_file, count, code));
+        throw AmbiguousCode(formatted("{}: {} fault types have the code {}", m_file, count, code));
     }
     return std::nullopt;
 }
@@ -73,6 +71,6 @@ void Database::throwIfFailed(int result) const
 {
     if (result < 0) {
         throw UnreadableFile(
-            fmt::format("{}: cannot be read: {}", m_file, LibraryLines::lastFailure()));
+            formatted("{}: cannot be read: {}", m_file, LibraryLines::lastFailure()));
     }
 }

@@ -1,6 +1,5 @@
 #include "RawDatabase.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -8,6 +7,7 @@
 #include "DatabaseErrors.h"
 #include "deliveredNumber.h"
 #include "sqlite/safety/hardening.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -152,15 +152,15 @@ RawDatabase::~RawDatabase()
 
 std::optional<std::vector<std::string>> RawDatabase::columnsOf(const std::string& table) const
 {
-    const Statement select(*this, fmt::format(R"(SELECT * FROM "{}")", table));
+    const Statement select(*this, formatted(R"(SELECT * FROM "{}")", table));
     return select.isValid() ? std::optional(select.columnNames()) : std::nullopt;
 }
 
 bool RawDatabase::isView(const std::string& table) const
 {
-    Statement select(*this, fmt::format("SELECT 1 FROM sqlite_master WHERE name='{}' COLLATE "
-                                        "NOCASE AND type IN('table','view') AND rootpage=0",
-                                        table));
+    Statement select(*this, formatted("SELECT 1 FROM sqlite_master WHERE name='{}' COLLATE "
+                                      "NOCASE AND type IN('table','view') AND rootpage=0",
+                                      table));
     return select.isValid() && select.step();
 }
 

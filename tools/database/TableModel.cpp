@@ -1,10 +1,9 @@
 #include "TableModel.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "LibraryTable.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -68,7 +67,7 @@ std::size_t TableModel::positionOf(const std::string& columnName) const
 
 std::string TableModel::lookupBy(const std::string& columnName, const std::string& value) const
 {
-    return fmt::format(R"(SELECT * FROM "{}" WHERE {}{}{})", name, columnName, comparison, value);
+    return formatted(R"(SELECT * FROM "{}" WHERE {}{}{})", name, columnName, comparison, value);
 }
 
 TableModel faultTypeModel()

@@ -1,11 +1,11 @@
 #include "ProgressLine.h"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include <iostream>
 
 #include "text/TextWidth.h"
+#include "text/formatted.h"
 
 ProgressLine::ProgressLine(const std::string& doing)
     : m_doing(doing), m_isTerminal(isatty(STDERR_FILENO) == 1)
@@ -20,8 +20,7 @@ void ProgressLine::show(const std::string& thing)
     if (!m_isTerminal || taken.count() < 1 || now - m_lastShown < INTERVAL) {
         return;
     }
-    std::cerr << fmt::format("\r\x1b[Kzav: {} {}, {} s", m_doing, printableLine(thing),
-                             taken.count())
+    std::cerr << formatted("\r\x1b[Kzav: {} {}, {} s", m_doing, printableLine(thing), taken.count())
               << std::flush;
     m_lastShown = now;
     m_isShown = true;

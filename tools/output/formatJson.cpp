@@ -1,4 +1,3 @@
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
@@ -7,6 +6,7 @@
 
 #include "formats.h"
 #include "text/Utf8.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -16,11 +16,10 @@ std::string escape(char32_t codePoint)
 {
     const auto number = static_cast<unsigned>(codePoint);
     if (number < 0x10000) {
-        return fmt::format("\\u{:04x}", number);
+        return formatted("\\u{:04x}", number);
     }
     const unsigned offset = number - 0x10000;
-    return fmt::format("\\u{:04x}\\u{:04x}", 0xD800U + (offset >> 10U),
-                       0xDC00U + (offset & 0x3FFU));
+    return formatted("\\u{:04x}\\u{:04x}", 0xD800U + (offset >> 10U), 0xDC00U + (offset & 0x3FFU));
 }
 
 /// JSON asks only for the escape of the ASCII control characters below 0x20.

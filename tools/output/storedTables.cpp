@@ -1,6 +1,5 @@
 #include "storedTables.h"
-
-#include <fmt/format.h>
+#include "text/formatted.h"
 
 TableView viewOfStored(const RawDatabase& database, const TableModel& model,
                        const std::string& condition)
@@ -12,10 +11,10 @@ TableView viewOfStored(const RawDatabase& database, const TableModel& model,
         table.columns.push_back({column.name, isText ? Table::Kind::TEXT : Table::Kind::NUMBER});
         // With the table's name: by itself, SQLite takes a name in quotes that it does not know for
         // a text.
-        names += fmt::format(R"({}"{}"."{}")", names.empty() ? "" : ", ", model.name, column.name);
+        names += formatted(R"({}"{}"."{}")", names.empty() ? "" : ", ", model.name, column.name);
     }
-    const std::string query = fmt::format(R"(SELECT {} FROM "{}"{}{})", names, model.name,
-                                          condition.empty() ? "" : " WHERE ", condition);
+    const std::string query = formatted(R"(SELECT {} FROM "{}"{}{})", names, model.name,
+                                        condition.empty() ? "" : " WHERE ", condition);
     table.forEachRow = [&database, query](const TableView::TakeRow& take) {
         TableView::Row cells;
         database.read(query, [&](const RawRow& row) {

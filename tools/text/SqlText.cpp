@@ -1,10 +1,9 @@
 #include "SqlText.h"
 
-#include <fmt/format.h>
-
 #include <string_view>
 
 #include "Utf8.h"
+#include "formatted.h"
 
 namespace {
 
@@ -28,7 +27,7 @@ std::string hexadecimal(const std::string& text)
 {
     std::string digits;
     for (const char byte : text) {
-        digits += fmt::format("{:02x}", static_cast<unsigned char>(byte));
+        digits += formatted("{:02x}", static_cast<unsigned char>(byte));
     }
     return digits;
 }

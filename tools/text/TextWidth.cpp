@@ -1,12 +1,12 @@
 #include "TextWidth.h"
 
-#include <fmt/format.h>
 #include <wchar.h>
 
 #include <algorithm>
 #include <clocale>
 
 #include "Utf8.h"
+#include "formatted.h"
 
 namespace {
 
@@ -14,9 +14,9 @@ std::string escape(char32_t codePoint)
 {
     const auto number = static_cast<unsigned>(codePoint);
     if (number < 0x80) {
-        return fmt::format("\\x{:02x}", number);
+        return formatted("\\x{:02x}", number);
     }
-    return number < 0x10000 ? fmt::format("\\u{:04x}", number) : fmt::format("\\U{:08x}", number);
+    return number < 0x10000 ? formatted("\\u{:04x}", number) : formatted("\\U{:08x}", number);
 }
 
 std::string printableExcept(std::string_view text, std::string_view kept)

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <string>
+#include "formatted.h"
 
 /// @return such as "1 row" and "2 rows".
 inline std::string counted(std::size_t count, const std::string& noun)
 {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+    return formatted("{} {}{}", count, noun, count == 1 ? "" : "s");
 }

@@ -1,6 +1,5 @@
 #include "Trial.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -13,6 +12,7 @@
 #include "database/LibraryLines.h"
 #include "database/RawDatabase.h"
 #include "integrityCheck.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ void touchCells(const RawRow& row)
 void readWhole(const RawDatabase& database, const std::string& table)
 {
     try {
-        database.read(fmt::format(R"(SELECT * FROM "{}")", table), touchCells);
+        database.read(formatted(R"(SELECT * FROM "{}")", table), touchCells);
     } catch (const FailedQuery&) {
         return;
     }
@@ -175,8 +175,8 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
     }
     if (result.end != ProcessResult::End::DONE) {
         const bool isTime = result.end == ProcessResult::End::OUT_OF_TIME;
-        add(damaged(isTime ? fmt::format("reading it does not end within {} s of processor time",
-                                         most.count())
+        add(damaged(isTime ? formatted("reading it does not end within {} s of processor time",
+                                       most.count())
                            : "reading it ends the process"));
     }
 }

@@ -1,6 +1,5 @@
 #include "compareLookups.h"
-
-#include <fmt/format.h>
+#include "text/formatted.h"
 
 #include <map>
 #include <vector>
@@ -41,11 +40,10 @@ std::uint64_t fingerprint(const RawRow& row, int first)
 RowsByNumber rowsOfScan(const RawDatabase& database, const TableModel& model)
 {
     const std::string number =
-        fmt::format("delivered({}, {})", model.filterColumn().name,
-                    static_cast<int>(FieldKind::NUMBER_32));  // of the argument of the lookup
-    const std::string scan =
-        fmt::format(R"(SELECT {0}, {1}{2}{0}, * FROM "{3}" NOT INDEXED)", number,
-                    model.filterColumn().name, model.comparison, model.name);
+        formatted("delivered({}, {})", model.filterColumn().name,
+                  static_cast<int>(FieldKind::NUMBER_32));  // of the argument of the lookup
+    const std::string scan = formatted(R"(SELECT {0}, {1}{2}{0}, * FROM "{3}" NOT INDEXED)", number,
+                                       model.filterColumn().name, model.comparison, model.name);
     RowsByNumber rows;
     if (!database.accepts(scan)) {
         return rows;  // a view, or as many columns as SQLite allows
@@ -64,8 +62,8 @@ void addCodes(const RawDatabase& database, RowsByNumber& rows)
 {
     const TableModel faultTypes = faultTypeModel();
     const std::string codes =
-        fmt::format(R"(SELECT delivered({}, {}) FROM "{}")", faultTypes.keyColumn().name,
-                    static_cast<int>(FieldKind::NUMBER_32), faultTypes.name);
+        formatted(R"(SELECT delivered({}, {}) FROM "{}")", faultTypes.keyColumn().name,
+                  static_cast<int>(FieldKind::NUMBER_32), faultTypes.name);
     if (database.accepts(codes)) {
         database.read(codes, [&](const RawRow& row) {
             rows[std::stoll(

@@ -1,6 +1,5 @@
 #include "AliasCheck.h"
-
-#include <fmt/format.h>
+#include "text/formatted.h"
 
 AliasCheck::AliasCheck(const TableModel& faultTypes, const FindingSink& sink)
     : m_sink(sink), m_column(faultTypes.positionOf(faultTypeColumns().alias))
@@ -16,6 +15,6 @@ void AliasCheck::read(const TableRow& row)
     const auto [first, isNew] = m_firstRows.emplace(alias->bytes, row.ref().label);
     if (!isNew) {
         m_sink(row.finding(FindingKind::DUPLICATE_ALIAS, m_column,
-                           fmt::format("the alias of {}, too; give each its own", first->second)));
+                           formatted("the alias of {}, too; give each its own", first->second)));
     }
 }

@@ -1,7 +1,5 @@
 #include "LanguageCheck.h"
-
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include "text/formatted.h"
 
 #include <algorithm>
 #include <string>
@@ -33,8 +31,7 @@ void LanguageCheck::read(const TableRow& row)
     if (!m_codes.contains(*code)) {
         m_sink(row.finding(
             FindingKind::UNKNOWN_FAULT, m_codeColumn,
-            fmt::format("there is no fault type {}; add it, or correct or delete the text",
-                        *code)));
+            formatted("there is no fault type {}; add it, or correct or delete the text", *code)));
         return;
     }
     if (const std::optional<std::uint64_t> language = row.number(m_languageColumn)) {
@@ -71,8 +68,8 @@ void LanguageCheck::readAgain(const TableRow& row)
     if (m_nextDuplicate < m_duplicates.size() && m_duplicates[m_nextDuplicate] == row.number()) {
         ++m_nextDuplicate;
         m_sink(row.finding(FindingKind::DUPLICATE_TEXT, m_languageColumn,
-                           fmt::format("one more text in this language for fault type {}; keep one",
-                                       *row.number(m_codeColumn))));
+                           formatted("one more text in this language for fault type {}; keep one",
+                                     *row.number(m_codeColumn))));
     }
 }
 
@@ -147,9 +144,9 @@ Finding LanguageCheck::missingLanguage(std::uint16_t language, std::size_t count
                                        const std::vector<std::uint16_t>& firstCodes) const
 {
     Finding found = missing(FindingKind::MISSING_LANGUAGE, language);
-    found.what = fmt::format("{} of {} fault types have no text in this language: {}{}; add them",
-                             count, m_codes.sorted().size(), fmt::join(firstCodes, ", "),
-                             count > firstCodes.size() ? ", ..." : "");
+    found.what = formatted("{} of {} fault types have no text in this language: {}{}; add them",
+                           count, m_codes.sorted().size(), listed(firstCodes, ", "),
+                           count > firstCodes.size() ? ", ..." : "");
     return found;
 }
 

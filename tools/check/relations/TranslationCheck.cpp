@@ -1,12 +1,11 @@
 #include "TranslationCheck.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <functional>
 #include <tuple>
 
 #include "placeholders.h"
+#include "text/formatted.h"
 #include "text/shortened.h"
 
 namespace {
@@ -196,13 +195,13 @@ void TranslationCheck::report(const TableRow& row, const Remark& remark) const
 {
     if (remark.kind == FindingKind::SAME_TEXT) {
         m_sink(row.finding(remark.kind,
-                           fmt::format("name, short description and description are those of "
-                                       "language {}; translate them",
-                                       remark.otherLanguage)));
+                           formatted("name, short description and description are those of "
+                                     "language {}; translate them",
+                                     remark.otherLanguage)));
         return;
     }
     const std::string set = placeholdersIn(row.cell(remark.column)->text());
     m_sink(row.finding(remark.kind, remark.column,
-                       fmt::format("has {}, but language {} has {}; use the same", shown(set),
-                                   remark.otherLanguage, shown(m_sets[remark.otherSet]))));
+                       formatted("has {}, but language {} has {}; use the same", shown(set),
+                                 remark.otherLanguage, shown(m_sets[remark.otherSet]))));
 }

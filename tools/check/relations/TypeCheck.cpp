@@ -1,8 +1,7 @@
 #include "TypeCheck.h"
 
-#include <fmt/format.h>
-
 #include "text/editDistance.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -63,7 +62,7 @@ void TypeCheck::readAgain(const TableRow& row)
     const auto found = type ? m_nearestCommon.find(type->text()) : m_nearestCommon.end();
     if (found != m_nearestCommon.end()) {
         m_sink(row.finding(FindingKind::RARE_TYPE, m_column,
-                           fmt::format(R"({} fault types are "{}"; correct it if that is meant)",
-                                       m_counts.find(found->second)->second, found->second)));
+                           formatted(R"({} fault types are "{}"; correct it if that is meant)",
+                                     m_counts.find(found->second)->second, found->second)));
     }
 }

@@ -1,7 +1,5 @@
 #include "placeholders.h"
-
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include "text/formatted.h"
 
 #include <algorithm>
 #include <vector>
@@ -90,5 +88,5 @@ std::string placeholdersIn(string_view text)
         start += isPercentSign ? 2 : std::max<std::size_t>(length, 1);
     }
     std::sort(found.begin(), found.end());
-    return fmt::format("{}", fmt::join(found, " "));
+    return listed(found, " ");
 }

@@ -1,10 +1,9 @@
 #include "CellCheck.h"
 
-#include <fmt/format.h>
-
 #include "database/deliveredNumber.h"
 #include "text/Utf8.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -121,19 +120,19 @@ void CellCheck::checkNumber(const TableRow& row, std::size_t column, const RawCe
         isMissed ? ", by which " + m_model.lookup + " does not find the row" : "";
     if (!number || delivered != cell.bytes) {
         m_sink(row.finding(kindOfDifference(cell.bytes, number), column,
-                           fmt::format("reads as {}{}; write a whole number from 0 to {}",
-                                       delivered, missed, largestNumber(model.kind))));
+                           formatted("reads as {}{}; write a whole number from 0 to {}", delivered,
+                                     missed, largestNumber(model.kind))));
     } else if (isMissed) {
         m_sink(row.finding(
             Kind::INEXACT_NUMBER, column,
-            fmt::format("reads as {}{}; declare {} as {}, and write a number rather than a text",
-                        delivered, missed, model.name, model.sqlType)));
+            formatted("reads as {}{}; declare {} as {}, and write a number rather than a text",
+                      delivered, missed, model.name, model.sqlType)));
     } else if (isBeyondLookup(column, *number)) {
         m_sink(row.finding(
             Kind::CODE_RANGE, column,
-            fmt::format("delivered with the whole table, but {} cannot ask for it; use codes up to "
-                        "{}",
-                        m_model.lookup, largestNumber(LOOKUP_FIELD))));
+            formatted("delivered with the whole table, but {} cannot ask for it; use codes up to "
+                      "{}",
+                      m_model.lookup, largestNumber(LOOKUP_FIELD))));
     }
 }
 
@@ -164,8 +163,8 @@ void CellCheck::checkBytes(const TableRow& row, std::size_t column, const RawCel
     const std::string_view text = cell.text();
     if (text.size() < cell.bytes.size()) {
         m_sink(row.finding(Kind::CUT_TEXT, column,
-                           fmt::format("reads as the {} before the NUL byte; remove the NUL byte",
-                                       counted(text.size(), "byte"))));
+                           formatted("reads as the {} before the NUL byte; remove the NUL byte",
+                                     counted(text.size(), "byte"))));
     }
     if (!bytes.isAscii && !utf8::isValid(cell.bytes)) {
         m_sink(row.finding(Kind::NOT_UTF8, column,
@@ -173,8 +172,8 @@ void CellCheck::checkBytes(const TableRow& row, std::size_t column, const RawCel
     }
     if (const std::optional<char32_t> control = firstControl(text)) {
         m_sink(row.finding(Kind::CONTROL_CHARACTER, column,
-                           fmt::format("holds the control character U+{:04X}; remove it",
-                                       static_cast<unsigned>(*control))));
+                           formatted("holds the control character U+{:04X}; remove it",
+                                     static_cast<unsigned>(*control))));
     }
     if (bytes.hasQuote) {
         m_sink(row.finding(Kind::QUOTE, column,

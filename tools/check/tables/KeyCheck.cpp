@@ -1,6 +1,5 @@
 #include "KeyCheck.h"
-
-#include <fmt/format.h>
+#include "text/formatted.h"
 
 #include <algorithm>
 
@@ -45,8 +44,8 @@ void KeyCheck::report(const RawCell& value, std::size_t count) const
     found.row = rowsWith(key.name, value.bytes);
     found.column = key.name;
     found.value = value;
-    found.what = fmt::format("{} rows have it{}; keep one, and declare {} as {}", count,
-                             isFilter ? ", and " + m_model.lookup + " finds none of them" : "",
-                             key.name, key.sqlType);
+    found.what = formatted("{} rows have it{}; keep one, and declare {} as {}", count,
+                           isFilter ? ", and " + m_model.lookup + " finds none of them" : "",
+                           key.name, key.sqlType);
     m_sink(found);
 }

@@ -1,7 +1,6 @@
 #include "checkColumns.h"
+#include "text/formatted.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -54,8 +53,8 @@ Names shared(const Names& ordered, const Names& other)
 
 std::string tableAnew(const TableModel& model)
 {
-    return fmt::format("make the table anew with its columns in this order: {}",
-                       fmt::join(namesOf(model), ", "));
+    return formatted("make the table anew with its columns in this order: {}",
+                     listed(namesOf(model), ", "));
 }
 
 /// What stands in a field that nothing is read into: the library decodes all rows, of all files,
@@ -80,12 +79,11 @@ Finding columnFinding(FindingKind kind, const TableModel& model, const std::stri
 Finding missingColumn(const TableModel& model, const TableModel::Column& column)
 {
     const bool isFilter = column.name == model.filterColumn().name;
-    return columnFinding(FindingKind::MISSING_COLUMN, model, column.name,
-                         fmt::format("{}{}; {}", unfilled(column),
-                                     isFilter ? ", and " + model.lookup + " fails" : "",
-                                     column.isKey || isFilter
-                                         ? tableAnew(model)
-                                         : fmt::format(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
+    return columnFinding(
+        FindingKind::MISSING_COLUMN, model, column.name,
+        formatted("{}{}; {}", unfilled(column), isFilter ? ", and " + model.lookup + " fails" : "",
+                  column.isKey || isFilter ? tableAnew(model)
+                                           : formatted(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
                                                        model.name, column.name, column.sqlType)));
 }
 
@@ -93,9 +91,9 @@ Finding otherLetters(const TableModel& model, const TableModel::Column& column,
                      const std::string& name)
 {
     return columnFinding(FindingKind::LETTER_CASE, model, name,
-                         fmt::format(R"(the library looks for "{0}", so that {1}; )"
-                                     R"(ALTER TABLE "{2}" RENAME COLUMN "{3}" TO "{0}";)",
-                                     column.name, unfilled(column), model.name, name));
+                         formatted(R"(the library looks for "{0}", so that {1}; )"
+                                   R"(ALTER TABLE "{2}" RENAME COLUMN "{3}" TO "{0}";)",
+                                   column.name, unfilled(column), model.name, name));
 }
 
 Finding extraColumn(const TableModel& model, const std::string& name)
@@ -113,9 +111,9 @@ std::string lookupLater(const RawDatabase& database, const TableModel& model, co
         return "no lookup changes";
     }
     return database.accepts(model.lookupBy(filter, "0"))
-               ? fmt::format(R"(once a query has returned rows, {} finds by "{}" instead of "{}")",
-                             model.lookup, filter, model.filterColumn().name)
-               : fmt::format("once a query has returned rows, {} fails", model.lookup);
+               ? formatted(R"(once a query has returned rows, {} finds by "{}" instead of "{}")",
+                           model.lookup, filter, model.filterColumn().name)
+               : formatted("once a query has returned rows, {} fails", model.lookup);
 }
 
 bool isOtherOrder(const TableModel& model, const Names& names)
@@ -132,10 +130,10 @@ bool isOtherOrder(const TableModel& model, const Names& names)
 
 Finding otherOrder(const RawDatabase& database, const TableModel& model, const Names& names)
 {
-    const std::string what = fmt::format("the columns stand in another order: {}; {}",
-                                         lookupLater(database, model, names), tableAnew(model));
+    const std::string what = formatted("the columns stand in another order: {}; {}",
+                                       lookupLater(database, model, names), tableAnew(model));
     Finding found = columnFinding(FindingKind::COLUMN_ORDER, model, "", what);
-    found.value = RawCell::ofText(fmt::format("{}", fmt::join(names, ", ")));
+    found.value = RawCell::ofText(listed(names, ", "));
     return found;
 }
 

@@ -1,7 +1,5 @@
 #include "BuildCommand.h"
 
-#include <fmt/format.h>
-
 #include <iostream>
 
 #include "commands/exchange/readSources.h"
@@ -10,6 +8,7 @@
 #include "database/stored/writeStored.h"
 #include "text/TextWidth.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -17,9 +16,9 @@ namespace {
 std::string lineOf(const Mistake& mistake)
 {
     std::string line = mistake.file;
-    line += mistake.line > 0 ? fmt::format(":{}", mistake.line) : "";
-    line += mistake.column.empty() ? "" : fmt::format(": {}", mistake.column);
-    return printableLine(fmt::format("{}: {}", line, mistake.what));
+    line += mistake.line > 0 ? formatted(":{}", mistake.line) : "";
+    line += mistake.column.empty() ? "" : formatted(": {}", mistake.column);
+    return printableLine(formatted("{}: {}", line, mistake.what));
 }
 
 StoredFile faultlessSources(const std::string& folder)
@@ -30,7 +29,7 @@ StoredFile faultlessSources(const std::string& folder)
         std::cerr << lineOf(mistake) << '\n';
     }
     if (!mistakes.empty()) {
-        throw UnfitFile(fmt::format("{}: {}", folder, counted(mistakes.size(), "mistake")));
+        throw UnfitFile(formatted("{}: {}", folder, counted(mistakes.size(), "mistake")));
     }
     return content;
 }

@@ -1,7 +1,5 @@
 #include "ExportCommand.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -15,6 +13,7 @@
 #include "database/stored/ownParts.h"
 #include "text/TextWidth.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -33,7 +32,7 @@ std::string placeOf(const StoredRow& row, bool isText)
 {
     const std::string faultType = "fault type " + shown(row[StoredFile::CODE]);
     return isText
-               ? fmt::format("text of {}, language {}", faultType, shown(row[StoredFile::LANGUAGE]))
+               ? formatted("text of {}, language {}", faultType, shown(row[StoredFile::LANGUAGE]))
                : faultType;
 }
 
@@ -44,7 +43,7 @@ bool addCellObstacles(const StoredRow& row, const SourceTable& table, const std:
     for (const SourceTable::Column& column : table.columns) {
         const std::string mistake = mistakeIn(row[column.position], column);
         if (!mistake.empty()) {
-            obstacles.push_back(fmt::format("{}, {}: {}", place, column.name, mistake));
+            obstacles.push_back(formatted("{}, {}: {}", place, column.name, mistake));
         }
     }
     return mistakeIn(row[StoredFile::CODE], table.columns.front()).empty();
@@ -58,7 +57,7 @@ void addRowObstacles(const StoredFile& content, Obstacles& obstacles)
     SourceKeys keys;
     const auto add = [&](const std::string& place, const std::string& mistake) {
         if (!mistake.empty()) {
-            obstacles.push_back(fmt::format("{}: {}", place, mistake));
+            obstacles.push_back(formatted("{}: {}", place, mistake));
         }
     };
     for (const StoredRow& row : content.faultTypes) {
@@ -120,7 +119,7 @@ void write(const std::map<std::string, std::string>& files, const std::string& f
     std::error_code error;
     fs::create_directories(folder, error);
     if (error) {
-        throw UnreadableFile(fmt::format("{}: cannot be made: {}", folder, error.message()));
+        throw UnreadableFile(formatted("{}: cannot be made: {}", folder, error.message()));
     }
     Table table = {{{"file", Table::Kind::TEXT}, {"size", Table::Kind::NUMBER}}, {}};
     NewFiles newFiles;
@@ -139,11 +138,11 @@ ExitStatus runExport(const Database& database, const ExportRequest& request, Out
     Obstacles obstacles;
     const std::map<std::string, std::string> files = sourcesWithout(obstacles, database, request);
     for (const std::string& obstacle : obstacles) {
-        std::cerr << printableLine(fmt::format("{}: {}", database.file(), obstacle)) << '\n';
+        std::cerr << printableLine(formatted("{}: {}", database.file(), obstacle)) << '\n';
     }
     if (!obstacles.empty()) {
-        printMessage(fmt::format("not exported: {}: {} cannot travel", database.file(),
-                                 counted(obstacles.size(), "thing")));
+        printMessage(formatted("not exported: {}: {} cannot travel", database.file(),
+                               counted(obstacles.size(), "thing")));
         return ExitStatus::NOT_FOUND_OR_FINDINGS;
     }
     write(files, request.folder, output);

@@ -1,7 +1,5 @@
 #include "InfoCommand.h"
 
-#include <fmt/format.h>
-
 #include <functional>
 #include <nlohmann/json.hpp>
 
@@ -10,6 +8,7 @@
 #include "commands/info/infoTexts.h"
 #include "database/DatabaseErrors.h"
 #include "output/JsonList.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -53,7 +52,7 @@ Table languagesOf(const FileInfo& info, std::optional<std::uint16_t> source)
         {{"language", Kind::NUMBER}, {"with_text", Kind::NUMBER}, {"without_text", Kind::NUMBER}},
         {}};
     if (source) {
-        table.columns.push_back({fmt::format("same_as_{}", *source), Kind::NUMBER});
+        table.columns.push_back({formatted("same_as_{}", *source), Kind::NUMBER});
     }
     for (const LanguageInfo& language : info.languages) {
         Table::Row& row = table.rows.emplace_back();

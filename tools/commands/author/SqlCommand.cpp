@@ -1,7 +1,5 @@
 #include "SqlCommand.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "check/checkContents.h"
@@ -9,6 +7,7 @@
 #include "database/TableModel.h"
 #include "text/SqlText.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -44,16 +43,16 @@ std::uint32_t keyOf(const Descriptions& record)
 template <class Record>
 std::string insertion(const SqlTbl<Record>& table)
 {
-    return fmt::format("{};\nUPDATE {} SET '{}'={} WHERE rowid=last_insert_rowid();\n",
-                       table.getSqlInsertValues(), table.tableName, table.columns.front().name,
-                       keyOf(table.record));
+    return formatted("{};\nUPDATE {} SET '{}'={} WHERE rowid=last_insert_rowid();\n",
+                     table.getSqlInsertValues(), table.tableName, table.columns.front().name,
+                     keyOf(table.record));
 }
 
 template <class Record>
 std::string update(const SqlTbl<Record>& table)
 {
-    return fmt::format("{} WHERE {}={};\n", table.getSqlUpdateValues(), table.columns.front().name,
-                       keyOf(table.record));
+    return formatted("{} WHERE {}={};\n", table.getSqlUpdateValues(), table.columns.front().name,
+                     keyOf(table.record));
 }
 
 template <class Record>
@@ -77,7 +76,7 @@ void warnOfLosses(const Database& database, const std::vector<std::string>& tabl
         losses += isInScript && isLoss(finding) ? 1U : 0U;
     });
     if (losses > 0) {
-        printMessage(fmt::format(
+        printMessage(formatted(
             "warning: {}: the statements differ from the file in {}; zav check lists them",
             database.file(), counted(losses, "place")));
     }

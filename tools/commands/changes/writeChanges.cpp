@@ -1,7 +1,5 @@
 #include "writeChanges.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
@@ -9,6 +7,7 @@
 #include "output/formats.h"
 #include "text/TextWidth.h"
 #include "text/changedWords.h"
+#include "text/formatted.h"
 #include "text/nullMark.h"
 
 namespace {
@@ -18,7 +17,7 @@ constexpr char NEW_SIGN = '+';
 
 std::string titleOf(const Change& change, const ChangeList& list)
 {
-    std::string title = fmt::format("{} {}", nameOf(change.kind), list.nameOf(change));
+    std::string title = formatted("{} {}", nameOf(change.kind), list.nameOf(change));
     if (change.language) {
         title += ", language " + (change.language->isNull() ? "NULL" : change.language->bytes);
     }
@@ -55,7 +54,7 @@ std::string signedLines(const std::vector<WordRun>& runs, char sign, const Outpu
 
 std::string valueLines(const RawCell& cell, char sign, const Output& output)
 {
-    return cell.isNull() ? fmt::format("    {} {}\n", sign, output.looking(Look::FAINT, "NULL"))
+    return cell.isNull() ? formatted("    {} {}\n", sign, output.looking(Look::FAINT, "NULL"))
                          : signedLines({{cell.bytes, false}}, sign, output);
 }
 
@@ -113,7 +112,7 @@ std::string markdownCell(const std::optional<RawCell>& cell)
 /// @return the cells of a row, without the empty ones at the end of the columns that it lacks.
 std::string markdownRow(const std::vector<std::string>& cells)
 {
-    return fmt::format("| {} |\n", fmt::join(cells, " | "));
+    return formatted("| {} |\n", listed(cells, " | "));
 }
 
 std::vector<std::string> markdownBeginning(const Change& change, const ChangeList& list)

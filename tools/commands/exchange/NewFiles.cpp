@@ -1,7 +1,6 @@
 #include "NewFiles.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,6 +9,7 @@
 #include <stdexcept>
 
 #include "database/replacement/Descriptor.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ void require(bool isDone, const fs::path& file)
 {
     if (!isDone) {
         throw std::runtime_error(
-            fmt::format("{}: cannot be written: {}", file.string(), std::strerror(errno)));
+            formatted("{}: cannot be written: {}", file.string(), std::strerror(errno)));
     }
 }
 

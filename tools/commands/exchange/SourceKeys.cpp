@@ -1,14 +1,13 @@
 #include "SourceKeys.h"
 
-#include <fmt/format.h>
-
 #include "SourceTable.h"
+#include "text/formatted.h"
 
 namespace {
 
 std::string placeOf(const std::string& file, std::size_t line)
 {
-    return line > 0 ? fmt::format(" in {}:{}", file, line) : "";
+    return line > 0 ? formatted(" in {}:{}", file, line) : "";
 }
 
 std::uint32_t keyOf(std::uint16_t code, std::uint16_t language)
@@ -23,18 +22,18 @@ std::string SourceKeys::addFaultType(std::uint16_t code, std::size_t line)
 {
     const auto [known, isNew] = m_faultTypes.emplace(code, line);
     return isNew ? ""
-                 : fmt::format("the fault type {} is defined{} already", code,
-                               placeOf(FAULTS_FILE, known->second));
+                 : formatted("the fault type {} is defined{} already", code,
+                             placeOf(FAULTS_FILE, known->second));
 }
 
 std::string SourceKeys::addText(std::uint16_t code, std::uint16_t language, std::size_t line)
 {
     const auto [known, isNew] = m_texts.emplace(keyOf(code, language), line);
     if (!isNew) {
-        return fmt::format("the fault type {} has a text{} already", code,
-                           placeOf(textsFileOf(language), known->second));
+        return formatted("the fault type {} has a text{} already", code,
+                         placeOf(textsFileOf(language), known->second));
     }
     return m_lacksFaultTypes || m_faultTypes.count(code) > 0
                ? ""
-               : fmt::format("there is no fault type {}", code);
+               : formatted("there is no fault type {}", code);
 }

@@ -1,12 +1,11 @@
 #include "SourceTable.h"
 
-#include <fmt/format.h>
-
 #include <charconv>
 
 #include "database/stored/StoredFile.h"
 #include "database/stored/valueColumns.h"
 #include "text/Utf8.h"
+#include "text/formatted.h"
 #include "text/nullMark.h"
 
 namespace {
@@ -37,7 +36,7 @@ std::string mistakeInNumber(const RawCell& cell, const SourceTable::Column& colu
         return "";
     }
     const char* const orNull = column.position == StoredFile::CODE ? "" : ", or \\N";
-    return fmt::format(R"("{}" is no whole number from 0 to {}{})", cell.bytes, largest, orNull);
+    return formatted(R"("{}" is no whole number from 0 to {}{})", cell.bytes, largest, orNull);
 }
 
 std::string mistakeInText(const RawCell& cell)
@@ -55,7 +54,7 @@ std::string mistakeInText(const RawCell& cell)
 
 std::string textsFileOf(std::uint16_t language)
 {
-    return fmt::format("{}{}{}", PREFIX, language, SUFFIX);
+    return formatted("{}{}{}", PREFIX, language, SUFFIX);
 }
 
 bool isLikeTextsFile(const std::string& name)

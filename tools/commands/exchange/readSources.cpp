@@ -1,8 +1,5 @@
 #include "readSources.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -18,6 +15,7 @@
 #include "SourceTable.h"
 #include "database/DatabaseErrors.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 #include "text/nullMark.h"
 #include "text/shortened.h"
 
@@ -30,7 +28,7 @@ std::string contentOf(const fs::path& file)
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
         throw UnreadableFile(
-            fmt::format("{}: cannot be read: {}", file.string(), std::strerror(errno)));
+            formatted("{}: cannot be read: {}", file.string(), std::strerror(errno)));
     }
     std::ostringstream content;
     content << stream.rdbuf();
@@ -93,9 +91,8 @@ private:
                                 std::is_permutation(names.begin(), names.end(), known.begin());
         if (!isComplete) {
             add(header.line, "",
-                fmt::format("the columns are {}; they must be {}",
-                            shortened(fmt::format("{}", fmt::join(names, ","))),
-                            fmt::join(known, ",")));
+                formatted("the columns are {}; they must be {}", shortened(listed(names, ",")),
+                          listed(known, ",")));
         }
         return isComplete;
     }
@@ -109,8 +106,8 @@ private:
         }
         if (record.cells.size() != m_table.columns.size()) {
             add(record.line, "",
-                fmt::format("there are {}, not {}", counted(record.cells.size(), "cell"),
-                            m_table.columns.size()));
+                formatted("there are {}, not {}", counted(record.cells.size(), "cell"),
+                          m_table.columns.size()));
             return std::nullopt;
         }
         StoredRow row;
@@ -199,9 +196,9 @@ void refuseTooMany(const std::string& folder, std::size_t texts, Mistakes& mista
     const std::uint64_t most = largestNumber(FieldKind::NUMBER_16);
     if (texts > most) {
         mistakes.push_back({folder, 0, "",
-                            fmt::format("there are {} texts; a file holds {}, each with an id of "
-                                        "16 bits",
-                                        texts, most)});
+                            formatted("there are {} texts; a file holds {}, each with an id of "
+                                      "16 bits",
+                                      texts, most)});
     }
 }
 
@@ -234,5 +231,5 @@ try {
     }
     return content;
 } catch (const fs::filesystem_error& failure) {
-    throw UnreadableFile(fmt::format("{}: cannot be read: {}", folder, failure.code().message()));
+    throw UnreadableFile(formatted("{}: cannot be read: {}", folder, failure.code().message()));
 }

@@ -1,13 +1,11 @@
 #include "LinesWriter.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 
 #include "findingText.h"
 #include "text/TextWidth.h"
 #include "text/counted.h"
+#include "text/formatted.h"
 #include "text/shortened.h"
 
 namespace {
@@ -41,7 +39,7 @@ std::string rowAndValue(const Finding& finding)
     if (finding.value && !isKey) {
         parts.push_back(shownValue(*finding.value, LONGEST_IN_GROUP));
     }
-    return fmt::format("{}", fmt::join(parts, " "));
+    return listed(parts, " ");
 }
 
 }  // namespace
@@ -94,10 +92,10 @@ void LinesWriter::writeGroups()
             rows.push_back(rowAndValue(finding));
         }
         const std::string more =
-            group.count > rows.size() ? fmt::format(" and {} more", group.count - rows.size()) : "";
+            group.count > rows.size() ? formatted(" and {} more", group.count - rows.size()) : "";
         writeLine(first, placeOf(first.table, "", first.column),
-                  fmt::format("{} in all ({}{}): {}", group.count, fmt::join(rows, ", "), more,
-                              group.isOneAdvice ? first.what : infoOf(first.kind).help));
+                  formatted("{} in all ({}{}): {}", group.count, listed(rows, ", "), more,
+                            group.isOneAdvice ? first.what : infoOf(first.kind).help));
     }
     m_groups.clear();
     m_groupPositions.clear();
@@ -107,8 +105,8 @@ void LinesWriter::writeLine(const Finding& finding, const std::string& place,
                             const std::string& text)
 {
     const KindInfo& info = infoOf(finding.kind);
-    const std::string begin = fmt::format("{}{}: ", place, nameOf(info.severity));
-    const std::string end = fmt::format(" [{}]", info.name);
+    const std::string begin = formatted("{}{}: ", place, nameOf(info.severity));
+    const std::string end = formatted(" [{}]", info.name);
     const std::size_t around = std::string_view(": ...").size() + begin.size() + end.size();
     m_output.printText(m_file + ": " + begin + shortened(text, LONGEST_LINE - around) + end + "\n");
 }
@@ -129,5 +127,5 @@ void LinesWriter::writeSummary()
         }
     }
     m_output.printText(parts.empty() ? m_file + ": no findings\n"
-                                     : fmt::format("{}: {}\n", m_file, fmt::join(parts, ", ")));
+                                     : formatted("{}: {}\n", m_file, listed(parts, ", ")));
 }

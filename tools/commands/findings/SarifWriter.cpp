@@ -1,12 +1,11 @@
 #include "SarifWriter.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "findingText.h"
 #include "output/formats.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -51,7 +50,7 @@ std::string uriOf(const std::string& path)
     std::string uri = path.rfind('/', 0) == 0 ? "file://" : "";
     for (const char character : path) {
         uri += isPlain(character) ? std::string(1, character)
-                                  : fmt::format("%{:02X}", static_cast<unsigned char>(character));
+                                  : formatted("%{:02X}", static_cast<unsigned char>(character));
     }
     return uri;
 }
@@ -90,7 +89,7 @@ std::string fingerprint(const std::string& file, const Finding& finding)
                                     finding.row.label, finding.column, value}) {
         identity += part + '\0';
     }
-    return fmt::format("{:016x}", hash(identity));
+    return formatted("{:016x}", hash(identity));
 }
 
 std::string logicalName(const Finding& finding)
@@ -111,7 +110,7 @@ SarifWriter::SarifWriter(Output& output, const std::vector<std::string>& files)
 
 void SarifWriter::begin()
 {
-    m_output.printText(fmt::format(R"({{
+    m_output.printText(formatted(R"({{
   "$schema": "https://json.schemastore.org/sarif-2.1.0.json",
   "version": "2.1.0",
   "runs": [
@@ -120,8 +119,8 @@ void SarifWriter::begin()
       "artifacts": {},
       "columnKind": "unicodeCodePoints",
       "results": )",
-                                   jsonText(tool(), RESULTS_DEPTH),
-                                   jsonText(artifacts(m_files), RESULTS_DEPTH)));
+                                 jsonText(tool(), RESULTS_DEPTH),
+                                 jsonText(artifacts(m_files), RESULTS_DEPTH)));
 }
 
 void SarifWriter::beginFile(const std::string& file)

@@ -1,7 +1,5 @@
 #include "boundedInfo.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -10,6 +8,7 @@
 #include "database/Database.h"
 #include "database/DatabaseErrors.h"
 #include "database/LibraryLines.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -40,12 +39,12 @@ FileInfo boundedInfo(const std::string& file, std::optional<std::uint16_t> sourc
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (error) {  // neither a folder nor a pipe has a size
-        throw UnreadableFile(fmt::format("{}: cannot be opened: {}", file, error.message()));
+        throw UnreadableFile(formatted("{}: cannot be opened: {}", file, error.message()));
     }
     const ProcessResult result = runBounded(
         [&](const Writer& write) { write(answerFor(file, source)); }, mostTimeFor(size), [] {});
     if (result.end != ProcessResult::End::DONE) {
-        throw UnreadableFile(fmt::format("{}: cannot be read: it is damaged; see zav check", file));
+        throw UnreadableFile(formatted("{}: cannot be read: it is damaged; see zav check", file));
     }
     const Json answer = Json::parse(result.output);
     if (answer.contains(ERROR)) {

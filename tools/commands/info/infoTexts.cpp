@@ -1,8 +1,7 @@
 #include "infoTexts.h"
 
-#include <fmt/format.h>
-
 #include "InfoJson.h"
+#include "text/formatted.h"
 
 std::vector<InfoText> infoTexts(const FileInfo& info)
 {
@@ -14,6 +13,6 @@ std::vector<InfoText> infoTexts(const FileInfo& info)
             {"fault_types", std::to_string(info.faultTypes)},
             {"texts", std::to_string(info.texts)},
             {"journal_mode", journalModeOf(info)},
-            {"size", fmt::format("{} bytes", info.size)},
+            {"size", formatted("{} bytes", info.size)},
             {"written_by", writer}};
 }

@@ -1,13 +1,11 @@
 #include "CommandParser.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <sstream>
 
 #include "arguments.h"
 #include "helpTexts.h"
 #include "suggestion.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -113,7 +111,7 @@ std::string CommandParser::helpOn(const std::string& name) const
         }
     }
     throw CLI::ValidationError(
-        fmt::format("there is no command {}{}", name, suggestion(name, commandNames())));
+        formatted("there is no command {}{}", name, suggestion(name, commandNames())));
 }
 
 std::string CommandParser::textFor(const CLI::Success& success) const
@@ -131,7 +129,7 @@ std::string CommandParser::textFor(const CLI::ParseError& error) const
     if (unknown.empty()) {
         return error.what();
     }
-    std::string text = fmt::format("not understood: {}", fmt::join(unknown, " "));
+    std::string text = formatted("not understood: {}", listed(unknown, " "));
     for (const std::string& word : unknown) {
         text += suggestionFor(word);
     }
@@ -184,5 +182,5 @@ std::string CommandParser::whereHelpIs() const
     const CLI::App* command = givenCommand();
     return command == nullptr || command->get_name() == HELP
                ? "zav --help"
-               : fmt::format("zav {} --help", command->get_name());
+               : formatted("zav {} --help", command->get_name());
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <string>
 #include <vector>

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
@@ -9,6 +7,7 @@
 #include <string>
 #include <utility>
 #include <vector>
+#include "text/formatted.h"
 
 /// Options and positionals that take a number, or one of several words.
 
@@ -20,9 +19,9 @@ Number numberFrom(const std::string& text, const std::string& option)
     const char* end = text.data() + text.size();
     const auto [read, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || read != end) {
-        throw CLI::ValidationError(option, fmt::format(R"("{}" is no number from {} to {})", text,
-                                                       std::numeric_limits<Number>::min(),
-                                                       std::numeric_limits<Number>::max()));
+        throw CLI::ValidationError(option, formatted(R"("{}" is no number from {} to {})", text,
+                                                     std::numeric_limits<Number>::min(),
+                                                     std::numeric_limits<Number>::max()));
     }
     return number;
 }
@@ -72,8 +71,7 @@ Value chosen(const Choices<Value>& choices, const std::string& text, const std::
             return value;
         }
     }
-    throw CLI::ValidationError(option,
-                               fmt::format(R"("{}" is none of {})", text, namesOf(choices)));
+    throw CLI::ValidationError(option, formatted(R"("{}" is none of {})", text, namesOf(choices)));
 }
 
 template <class Value>

@@ -1,6 +1,6 @@
 #include "authorCommands.h"
+#include "text/formatted.h"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -65,6 +65,6 @@ std::function<ExitStatus(Output&)> authorProgram(char** argv)
         throw std::runtime_error(
             errno == ENOENT
                 ? "this is a command of zav-author, which is not installed; install that package"
-                : fmt::format("{}: cannot be started: {}", program, std::strerror(errno)));
+                : formatted("{}: cannot be started: {}", program, std::strerror(errno)));
     };
 }

@@ -1,9 +1,8 @@
 #include "helpTexts.h"
 
-#include <fmt/format.h>
-
 #include "check/FindingKind.h"
 #include "text/TextWidth.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -29,7 +28,7 @@ zav help COMMAND tells what a command takes.
 
 std::string paragraph(const std::string& text)
 {
-    return fmt::format("{}", fmt::join(wrap(text, WIDTH), "\n"));
+    return listed(wrap(text, WIDTH), "\n");
 }
 
 }  // namespace
@@ -50,7 +49,7 @@ std::string checkFooter()
 {
     std::string text = "Kinds of finding:\n";
     for (const KindInfo& info : allKinds()) {
-        text += fmt::format("  {:<21} {:<8} {}\n", info.name, nameOf(info.severity), info.help);
+        text += formatted("  {:<21} {:<8} {}\n", info.name, nameOf(info.severity), info.help);
     }
     return text + "\n" +
            paragraph(

@@ -1,7 +1,5 @@
 #include "placeDatabase.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -13,6 +11,7 @@
 #include "commands/info/infoTexts.h"
 #include "database/DatabaseErrors.h"
 #include "output/ProgressLine.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -42,7 +41,7 @@ void refuseFindings(const Placing& placing, const std::string& newFile)
     check.run([&](const Finding& finding) {
         const Severity severity = infoOf(finding.kind).severity;
         if (finding.kind == FindingKind::UNREADABLE) {
-            throw UnreadableFile(fmt::format("{}: {}", placing.name, finding.what));
+            throw UnreadableFile(formatted("{}: {}", placing.name, finding.what));
         }
         if (severity >= std::min(placing.failOn, placing.showFrom)) {
             writer.add(finding);
@@ -118,7 +117,7 @@ void place(const Placing& placing, Output& output)
 ExitStatus placeDatabase(const Placing& placing, Output& output)
 {
     const auto refuse = [&](const std::exception& refusal, ExitStatus status) {
-        printMessage(fmt::format("{}: {}", placing.refusal, refusal.what()));
+        printMessage(formatted("{}: {}", placing.refusal, refusal.what()));
         return status;
     };
     try {

@@ -1,8 +1,5 @@
 #include "FaultCommand.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -14,6 +11,7 @@
 #include "output/formats.h"
 #include "output/recordTables.h"
 #include "output/storedTables.h"
+#include "text/formatted.h"
 #include "text/lowerCase.h"
 #include "text/message.h"
 
@@ -106,13 +104,13 @@ void printStored(const Database& database, const FaultTypeDef& fault, const Faul
 {
     readingStored(database, [&](const RawDatabase& raw) {
         const auto conditionOf = [&](const TableModel& model) {
-            return fmt::format(R"("{}"{}{})", model.filterColumn().name, model.comparison,
-                               fault.code);
+            return formatted(R"("{}"{}{})", model.filterColumn().name, model.comparison,
+                             fault.code);
         };
         std::string ofTexts = conditionOf(descriptionsModel());
         if (!request.languages.empty()) {
-            ofTexts += fmt::format(R"( AND "{}" IN ({}))", descriptionsColumns().language,
-                                   fmt::join(request.languages, ","));
+            ofTexts += formatted(R"( AND "{}" IN ({}))", descriptionsColumns().language,
+                                 listed(request.languages, ","));
         }
         print(viewOfStored(raw, faultTypeModel(), conditionOf(faultTypeModel())),
               viewOfStored(raw, descriptionsModel(), ofTexts), request, output);
@@ -135,7 +133,7 @@ ExitStatus showCode(Database& database, const FaultRequest& request, Output& out
     if (const std::optional<FaultTypeDef> fault = database.faultType(request.code)) {
         return show(database, *fault, request, output);
     }
-    printMessage(fmt::format("{}: no fault type has the code {}", database.file(), request.code));
+    printMessage(formatted("{}: no fault type has the code {}", database.file(), request.code));
     return ExitStatus::NOT_FOUND_OR_FINDINGS;
 }
 
@@ -173,13 +171,13 @@ ExitStatus showAlias(Database& database, const FaultRequest& request, Output& ou
         return show(database, found.front(), request, output);
     }
     if (found.empty()) {
-        printMessage(fmt::format("{}: no fault type has the alias {}{}", database.file(),
-                                 request.alias, nearestAlias(request.alias, aliasesOf(all))));
+        printMessage(formatted("{}: no fault type has the alias {}{}", database.file(),
+                               request.alias, nearestAlias(request.alias, aliasesOf(all))));
     } else {
         const TableView list = chosenColumns(viewOf(found), request.listing.columns);
         output.print(list.columns.empty() ? viewOf(found) : list);
-        printMessage(fmt::format("{}: {} fault types have the alias {}", database.file(),
-                                 found.size(), request.alias));
+        printMessage(formatted("{}: {} fault types have the alias {}", database.file(),
+                               found.size(), request.alias));
     }
     return ExitStatus::NOT_FOUND_OR_FINDINGS;
 }

@@ -1,7 +1,5 @@
 #include "HtmlCommand.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -11,6 +9,7 @@
 #include "database/stored/StoredFile.h"
 #include "database/stored/valueColumns.h"
 #include "manual/page.h"
+#include "text/formatted.h"
 #include "text/html.h"
 
 namespace {
@@ -52,12 +51,12 @@ std::string hashSource(const char* content)
 {
     Sha256 hash;
     hash.add(content);
-    return fmt::format("'sha256-{}'", base64(hash.digest()));
+    return formatted("'sha256-{}'", base64(hash.digest()));
 }
 
 std::string head(const std::string& title)
 {
-    return fmt::format(
+    return formatted(
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
         "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src {}; "
@@ -75,13 +74,13 @@ std::string controls(const std::vector<std::string>& languages, const std::set<s
         "<input type=\"search\" autocomplete=\"off\"></label>\n"
         "<fieldset><legend>Languages</legend>\n";
     for (const std::string& language : languages) {
-        html += fmt::format("<label><input type=\"checkbox\" value=\"{0}\" checked> {0}</label>\n",
-                            language);
+        html += formatted("<label><input type=\"checkbox\" value=\"{0}\" checked> {0}</label>\n",
+                          language);
     }
     html += "</fieldset>\n<label>Type <select>\n<option value=\"\">all</option>\n";
     for (const std::string& type : types) {
-        html += fmt::format("<option value=\"={0}\">{1}</option>\n", type,
-                            type.empty() ? "none" : type);
+        html +=
+            formatted("<option value=\"={0}\">{1}</option>\n", type, type.empty() ? "none" : type);
     }
     return html + "</select></label>\n</form>\n<p id=\"count\" role=\"status\"></p>\n";
 }
@@ -91,13 +90,13 @@ std::string element(const char* tag, const RawCell& cell)
 {
     return cell.isNull() || textIn(cell).empty()
                ? ""
-               : fmt::format("<{0} dir=\"auto\">{1}</{0}>\n", tag, textIn(cell));
+               : formatted("<{0} dir=\"auto\">{1}</{0}>\n", tag, textIn(cell));
 }
 
 std::string titled(const char* title, const RawCell& cell)
 {
     const std::string value = element("dd", cell);
-    return value.empty() ? "" : fmt::format("<dt>{}</dt>\n{}", title, value);
+    return value.empty() ? "" : formatted("<dt>{}</dt>\n{}", title, value);
 }
 
 std::string section(const StoredRow& row)
@@ -108,7 +107,7 @@ std::string section(const StoredRow& row)
     constexpr std::size_t REMEDY = StoredFile::NAME + 4;
     const std::string list = titled("Remedy", row[REMEDY]) + titled("Comment", row[COMMENT]);
     const RawCell& name = row[StoredFile::NAME];
-    return fmt::format(
+    return formatted(
                "<section data-language=\"{0}\">\n<h3><span>[{0}]</span> <bdi>{1}</bdi></h3>\n",
                textIn(row[StoredFile::LANGUAGE]), name.isNull() ? "" : textIn(name)) +
            element("p", row[SHORT_DESCRIPTION]) + element("p", row[DESCRIPTION]) +
@@ -153,13 +152,13 @@ public:
     void write(const std::string& title, Output& output) const
     {
         output.printText(head(title));
-        output.printText(fmt::format("<body>\n<header>\n<h1>{}</h1>\n{}</header>\n<main>\n", title,
-                                     controls(m_languages, m_types)));
+        output.printText(formatted("<body>\n<header>\n<h1>{}</h1>\n{}</header>\n<main>\n", title,
+                                   controls(m_languages, m_types)));
         for (const auto& [key, entry] : m_entries) {
             writeEntry(entry, htmlText(key.second), output);
         }
         output.printText(
-            fmt::format("</main>\n<script>{}</script>\n</body>\n</html>\n", MANUAL_SCRIPT));
+            formatted("</main>\n<script>{}</script>\n</body>\n</html>\n", MANUAL_SCRIPT));
     }
 
 private:
@@ -189,7 +188,7 @@ private:
         }
         std::size_t number = 0;
         for (const StoredRow* row : entry.faultTypes) {
-            const std::string id = ++number == 1 ? code : fmt::format("{}-{}", code, number);
+            const std::string id = ++number == 1 ? code : formatted("{}-{}", code, number);
             output.printText(article(id, code, textIn((*row)[StoredFile::ALIAS]),
                                      textIn((*row)[StoredFile::TYPE]), facts(*row), texts));
         }
@@ -199,7 +198,7 @@ private:
                                const std::string& alias, const std::string& type,
                                const std::string& facts, const std::string& texts)
     {
-        return fmt::format(
+        return formatted(
             "<article id=\"{0}\" data-type=\"{3}\">\n<h2><a href=\"#{0}\">{1}</a> "
             "<bdi>{2}</bdi> <span class=\"facts\">{3}</span></h2>\n{4}{5}</article>\n",
             id, code, alias, type, facts, texts);

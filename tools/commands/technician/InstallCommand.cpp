@@ -1,11 +1,10 @@
 #include "InstallCommand.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 
 #include "commands/placing/placeDatabase.h"
 #include "database/DatabaseErrors.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -14,15 +13,15 @@ namespace fs = std::filesystem;
 void refuseOtherContent(const InstallRequest& request, const FileInfo& info)
 {
     if (!request.expectedContent.empty() && request.expectedContent != info.content) {
-        throw UnfitFile(fmt::format("{}: holds the content {}, not {}", request.source,
-                                    info.content, request.expectedContent));
+        throw UnfitFile(formatted("{}: holds the content {}, not {}", request.source, info.content,
+                                  request.expectedContent));
     }
 }
 
 void refuseDowngrade(const InstallRequest& request, const FileInfo& newInfo, const OldDatabase& old)
 {
     if (!request.allowsDowngrade && old.info && newInfo.release < old.info->release) {
-        throw UnfitFile(fmt::format(
+        throw UnfitFile(formatted(
             "{}: has the release number {}, lower than the {} of {}; --downgrade allows it",
             request.source, newInfo.release, old.info->release, request.target));
     }
@@ -33,7 +32,7 @@ void refuseSameFile(const InstallRequest& request)
     std::error_code error;
     if (fs::equivalent(request.source, request.target, error)) {
         throw RefusedReplacement(
-            fmt::format("{} and {} are the same file", request.source, request.target));
+            formatted("{} and {} are the same file", request.source, request.target));
     }
 }
 

@@ -1,8 +1,5 @@
 #include "SearchCommand.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -14,6 +11,7 @@
 #include "text/FoldedText.h"
 #include "text/TextWidth.h"
 #include "text/Utf8.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -212,12 +210,11 @@ void printForPeople(const std::vector<Match>& matches, const Search& search, Out
 {
     for (const Match& match : matches) {
         std::string line =
-            fmt::format("{}  {}", printableLine(match.faultType[StoredFile::CODE].bytes),
-                        emphasised(textIn(match.faultType[StoredFile::ALIAS]), search, output));
+            formatted("{}  {}", printableLine(match.faultType[StoredFile::CODE].bytes),
+                      emphasised(textIn(match.faultType[StoredFile::ALIAS]), search, output));
         if (match.text) {
-            line +=
-                fmt::format("  [{}] {}", printableLine((*match.text)[StoredFile::LANGUAGE].bytes),
-                            emphasised(nameIn(match), search, output));
+            line += formatted("  [{}] {}", printableLine((*match.text)[StoredFile::LANGUAGE].bytes),
+                              emphasised(nameIn(match), search, output));
         }
         line += match.piece.empty() ? "" : "\n    " + emphasised(match.piece, search, output);
         output.printText(line + '\n');
@@ -251,9 +248,9 @@ void sayNearest(const Database& database, const SearchRequest& request, const St
     for (const StoredRow& faultType : content.faultTypes) {
         aliases.push_back(textIn(faultType[StoredFile::ALIAS]));
     }
-    const std::string words = fmt::format("{}", fmt::join(request.words, " "));
-    printMessage(fmt::format("{}: no fault type has all of: {}{}", database.file(), words,
-                             nearestAlias(words, aliases)));
+    const std::string words = listed(request.words, " ");
+    printMessage(formatted("{}: no fault type has all of: {}{}", database.file(), words,
+                           nearestAlias(words, aliases)));
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "TextsCommand.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <unordered_map>
 
@@ -11,6 +8,7 @@
 #include "output/chosenColumns.h"
 #include "output/recordTables.h"
 #include "output/storedTables.h"
+#include "text/formatted.h"
 #include "text/message.h"
 
 namespace {
@@ -126,7 +124,7 @@ bool printDelivered(Database& database, const TextsRequest& request, Output& out
 template <class Numbers>
 std::string conditionOf(const std::string& column, const Numbers& numbers)
 {
-    return numbers.empty() ? "1" : fmt::format(R"("{}" IN ({}))", column, fmt::join(numbers, ","));
+    return numbers.empty() ? "1" : formatted(R"("{}" IN ({}))", column, listed(numbers, ","));
 }
 
 bool printStored(const Database& database, const TextsRequest& request, Output& output)
@@ -148,12 +146,12 @@ std::string wanted(const TextsRequest& request)
 {
     std::vector<std::string> conditions;
     if (!request.codes.empty()) {
-        conditions.push_back(fmt::format("the code {}", fmt::join(request.codes, " or ")));
+        conditions.push_back(formatted("the code {}", listed(request.codes, " or ")));
     }
     if (!request.languages.empty()) {
-        conditions.push_back(fmt::format("the language {}", fmt::join(request.languages, " or ")));
+        conditions.push_back(formatted("the language {}", listed(request.languages, " or ")));
     }
-    return fmt::format("{}", fmt::join(conditions, " and "));
+    return listed(conditions, " and ");
 }
 
 }  // namespace
@@ -174,6 +172,6 @@ ExitStatus runTexts(Database& database, const TextsRequest& request, Output& out
     if (isAny || !request.isNarrowed()) {
         return ExitStatus::DONE;
     }
-    printMessage(fmt::format("{}: no text has {}", database.file(), wanted(request)));
+    printMessage(formatted("{}: no text has {}", database.file(), wanted(request)));
     return ExitStatus::NOT_FOUND_OR_FINDINGS;
 }

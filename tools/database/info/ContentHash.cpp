@@ -1,11 +1,10 @@
 #include "ContentHash.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "Sha256.h"
 #include "text/SqlText.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -28,7 +27,7 @@ char letterOf(CellType type)
 /// With its length in front, so that no two rows of different values are the same bytes.
 void addValue(Sha256& hash, CellType type, std::string_view bytes)
 {
-    hash.add(fmt::format("{}{}:", letterOf(type), bytes.size()));
+    hash.add(formatted("{}{}:", letterOf(type), bytes.size()));
     hash.add(bytes);
 }
 

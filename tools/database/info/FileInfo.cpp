@@ -1,7 +1,5 @@
 #include "FileInfo.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -13,6 +11,7 @@
 #include "database/RawDatabase.h"
 #include "database/TableModel.h"
 #include "database/stored/valueColumns.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ std::string sqliteVersionIn(const std::string& header)
     }
     return number == 0
                ? ""
-               : fmt::format("{}.{}.{}", number / 1000000, number / 1000 % 1000, number % 1000);
+               : formatted("{}.{}.{}", number / 1000000, number / 1000 % 1000, number % 1000);
 }
 
 void readFaultTypes(const RawDatabase& database, ContentHash& hash, LanguageCount& languages,
@@ -85,6 +84,6 @@ FileInfo fileInfo(const std::string& file, std::optional<std::uint16_t> source)
     try {
         return readInfo(file, source);
     } catch (const FailedQuery& failure) {
-        throw UnreadableFile(fmt::format("{}: cannot be read: {}", file, failure.what()));
+        throw UnreadableFile(formatted("{}: cannot be read: {}", file, failure.what()));
     }
 }

@@ -1,6 +1,5 @@
 #include "LockedFile.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -8,6 +7,7 @@
 
 #include "database/DatabaseErrors.h"
 #include "database/Journals.h"
+#include "text/formatted.h"
 
 LockedFile::LockedFile(const std::string& file, Lock lock, const Patience& patience) : m_name(file)
 {
@@ -31,10 +31,10 @@ void LockedFile::open(int flags)
     const std::string path = std::filesystem::absolute(m_name).string();
     if (sqlite3_open_v2(path.c_str(), &m_db, flags | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         throw RefusedReplacement(
-            fmt::format("{}: cannot be opened: {}", m_name, sqlite3_errmsg(m_db)));
+            formatted("{}: cannot be opened: {}", m_name, sqlite3_errmsg(m_db)));
     }
     if (flags == SQLITE_OPEN_READWRITE && sqlite3_db_readonly(m_db, "main") != 0) {
-        throw RefusedReplacement(fmt::format("{}: may not be written to", m_name));
+        throw RefusedReplacement(formatted("{}: may not be written to", m_name));
     }
     check(
         sqlite3_file_control(m_db, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&m_file)));
@@ -92,6 +92,6 @@ bool LockedFile::isInWalMode() const
 void LockedFile::check(int code) const
 {
     if (code != SQLITE_OK) {
-        throw RefusedReplacement(fmt::format("{}: {}", m_name, sqlite3_errstr(code)));
+        throw RefusedReplacement(formatted("{}: {}", m_name, sqlite3_errstr(code)));
     }
 }

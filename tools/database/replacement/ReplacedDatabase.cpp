@@ -1,6 +1,5 @@
 #include "ReplacedDatabase.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -10,6 +9,7 @@
 #include "database/DatabaseErrors.h"
 #include "database/Journals.h"
 #include "sqlite/safety/hardening.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ void remove(const std::string& file)
     std::error_code error;
     fs::remove(file, error);
     if (error) {
-        throw RefusedReplacement(fmt::format("{}: cannot be removed: {}", file, error.message()));
+        throw RefusedReplacement(formatted("{}: cannot be removed: {}", file, error.message()));
     }
 }
 

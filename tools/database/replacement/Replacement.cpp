@@ -1,7 +1,6 @@
 #include "Replacement.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -13,6 +12,7 @@
 
 #include "database/DatabaseErrors.h"
 #include "database/Journals.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr mode_t PRIVATE = 0600;  // until it is in place
 /// With what the system says.
 [[noreturn]] void refuse(const std::string& file, const std::string& what)
 {
-    throw RefusedReplacement(fmt::format("{}: {}: {}", file, what, std::strerror(errno)));
+    throw RefusedReplacement(formatted("{}: {}: {}", file, what, std::strerror(errno)));
 }
 
 void requireOrdinaryFile(const std::string& file)
@@ -32,7 +32,7 @@ void requireOrdinaryFile(const std::string& file)
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
         throw RefusedReplacement(
-            fmt::format("{}: {}", file, error ? error.message() : "is no ordinary file"));
+            formatted("{}: {}", file, error ? error.message() : "is no ordinary file"));
     }
 }
 
@@ -113,8 +113,8 @@ void refuseUnfit(const LockedFile& source, const std::string& file)
         std::error_code error;
         if (fs::exists(path + suffix, error)) {
             throw UnfitFile(
-                fmt::format("{}: {} lies beside it; close what has it open, or run VACUUM", file,
-                            fs::path(path + suffix).filename().string()));
+                formatted("{}: {} lies beside it; close what has it open, or run VACUUM", file,
+                          fs::path(path + suffix).filename().string()));
         }
     }
     if (source.isInWalMode()) {
@@ -169,8 +169,8 @@ void Replacement::putInPlace()
     try {
         flushFolder();
     } catch (const RefusedReplacement& failure) {
-        throw std::runtime_error(fmt::format(
-            "{} is replaced, but a cut of the power may undo it: {}", m_target, failure.what()));
+        throw std::runtime_error(formatted("{} is replaced, but a cut of the power may undo it: {}",
+                                           m_target, failure.what()));
     }
 }
 

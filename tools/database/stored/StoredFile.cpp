@@ -1,10 +1,9 @@
 #include "StoredFile.h"
 
-#include <fmt/format.h>
-
 #include <utility>
 
 #include "readingStored.h"
+#include "text/formatted.h"
 #include "valueColumns.h"
 
 namespace {
@@ -13,7 +12,7 @@ std::vector<StoredRow> readTable(const RawDatabase& database, const TableModel& 
 {
     std::string order;
     for (std::size_t i = 1; i <= valueColumns(table).size(); ++i) {
-        order += fmt::format("{}{}", order.empty() ? " ORDER BY " : ", ", i);
+        order += formatted("{}{}", order.empty() ? " ORDER BY " : ", ", i);
     }
     std::vector<StoredRow> rows;
     database.read(valueQuery(table) + order, [&](const RawRow& row) {

@@ -1,12 +1,12 @@
 #include "ownParts.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <algorithm>
 
 #include "database/TableModel.h"
 #include "readingStored.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ void addObjects(const RawDatabase& database, std::vector<std::string>& parts)
             const std::string_view type = row.cell(0).text();
             const std::string_view name = row.cell(1).text();
             if (!isOfSchema(type, name)) {
-                parts.push_back(fmt::format("the {} {}", type, name));
+                parts.push_back(formatted("the {} {}", type, name));
             }
         });
 }
@@ -52,7 +52,7 @@ void addColumns(const RawDatabase& database, const TableModel& table,
     const auto names = database.columnsOf(table.name);
     for (const std::string& name : names.value_or(std::vector<std::string>())) {
         if (!isKnown(name)) {
-            parts.push_back(fmt::format("the column {} of {}", name, table.name));
+            parts.push_back(formatted("the column {} of {}", name, table.name));
         }
     }
 }

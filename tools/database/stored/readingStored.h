@@ -1,10 +1,9 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include "database/Database.h"
 #include "database/DatabaseErrors.h"
 #include "database/RawDatabase.h"
+#include "text/formatted.h"
 
 /// Reads what a file holds, beside the library.
 ///
@@ -17,7 +16,6 @@ auto readingStored(const Database& database, const Read& read)
     try {
         return read(RawDatabase(database.file()));
     } catch (const FailedQuery& failure) {
-        throw UnreadableFile(
-            fmt::format("{}: cannot be read: {}", database.file(), failure.what()));
+        throw UnreadableFile(formatted("{}: cannot be read: {}", database.file(), failure.what()));
     }
 }

@@ -1,6 +1,5 @@
 #include "valueColumns.h"
-
-#include <fmt/format.h>
+#include "text/formatted.h"
 
 /// A text is found by fault type and language.
 std::vector<TableModel::Column> valueColumns(const TableModel& table)
@@ -21,7 +20,7 @@ std::string valueQuery(const TableModel& table)
         // With the table's name: by itself, SQLite takes a name in quotes that it does not know for
         // a text.
         columns +=
-            fmt::format(R"({}"{}"."{}")", columns.empty() ? "" : ", ", table.name, column.name);
+            formatted(R"({}"{}"."{}")", columns.empty() ? "" : ", ", table.name, column.name);
     }
-    return fmt::format(R"(SELECT {} FROM "{}")", columns, table.name);
+    return formatted(R"(SELECT {} FROM "{}")", columns, table.name);
 }

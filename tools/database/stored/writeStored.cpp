@@ -1,6 +1,5 @@
 #include "writeStored.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -9,6 +8,7 @@
 #include "database/DatabaseErrors.h"
 #include "database/TableModel.h"
 #include "schema.h"
+#include "text/formatted.h"
 
 namespace {
 
@@ -38,9 +38,8 @@ public:
     /// @param givesIds  whether the rows lack the first column, a number that counts them.
     void insert(const TableModel& table, const std::vector<StoredRow>& rows, bool givesIds)
     {
-        const std::string values =
-            fmt::format("{}", fmt::join(std::vector<const char*>(table.columns.size(), "?"), ","));
-        const std::string sql = fmt::format(R"(INSERT INTO "{}" VALUES({}))", table.name, values);
+        const std::string values = listed(std::vector<const char*>(table.columns.size(), "?"), ",");
+        const std::string sql = formatted(R"(INSERT INTO "{}" VALUES({}))", table.name, values);
         sqlite3_stmt* prepared = nullptr;
         require(sqlite3_prepare_v2(m_db.get(), sql.c_str(), -1, &prepared, nullptr));
         const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(
@@ -77,7 +76,7 @@ private:
     {
         if (code != SQLITE_OK) {
             throw RefusedReplacement(
-                fmt::format("{}: cannot be written: {}", m_path, sqlite3_errmsg(m_db.get())));
+                formatted("{}: cannot be written: {}", m_path, sqlite3_errmsg(m_db.get())));
         }
     }
 
@@ -92,7 +91,7 @@ void writeStored(const std::string& path, const StoredFile& content, std::int32_
     constexpr bool GIVES_IDS = true;
     Writer writer(path);
     writer.run(SETTINGS);
-    writer.run(fmt::format("BEGIN; PRAGMA user_version={};{}", release, SCHEMA));
+    writer.run(formatted("BEGIN; PRAGMA user_version={};{}", release, SCHEMA));
     writer.insert(faultTypeModel(), content.faultTypes, !GIVES_IDS);
     writer.insert(descriptionsModel(), content.texts, GIVES_IDS);
     writer.run("COMMIT");
