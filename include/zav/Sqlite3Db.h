@@ -61,7 +61,8 @@ public:
     /// - a pattern of `LIKE` or `GLOB` of 2,000 bytes: "LIKE or GLOB pattern too complex" (1);
     /// - an expression 200 deep: "Expression tree is too large (maximum depth 200)" (1);
     /// - 200 terms of a compound `SELECT`: "too many terms in compound SELECT" (1);
-    /// - 172,032 instructions of SQLite's machine: "out of memory" (7);
+    /// - 172,032 instructions of SQLite's machine, 208,896 in a process of 32 bits: "out of
+    ///   memory" (7);
     /// - 10 s of processor time, to a second: "interrupted" (9);
     /// - for its result 64 times the file's size, but at least 128 MiB: "interrupted" (9).
     ///
@@ -73,7 +74,7 @@ public:
     ///
     /// And so may one that reaches a view, a generated column or a virtual table of the file:
     ///
-    /// - 21,504 instructions;
+    /// - 21,504 instructions, 26,112 in a process of 32 bits;
     /// - 100 columns: "too many columns in result set" (1);
     /// - 16 views and common table expressions over each other, and 100,000 nodes of expressions
     ///   once all are put together: "the query is too complex" (1);
