@@ -248,6 +248,17 @@ TEST_F(Hardening, NoQueryMakesATextThatTheFileCouldNotHold)
     EXPECT_EQ(query(m_db, "SELECT length(hex(zeroblob(8000))) AS n"), "n|16000");
 }
 
+TEST_F(Hardening, StatementOfTheSchemaMayHaveAHundredAndTwentyKilobytes)
+{
+    const auto statementOf = [](const std::string& table, std::size_t length) {
+        return "CREATE TABLE " + table + "(x /*" + std::string(length, ' ') + "*/)";
+    };
+    openWithSql(statementOf("shorter", 130000));
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "name|Overheat");
+    runSql(m_file, statementOf("longer", 132000));
+    EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "18: string or blob too big");
+}
+
 TEST_F(Hardening, ChangedSchemaIsLookedAtBeforeAQueryIsRunOnIt)
 {
     open(true);
