@@ -248,14 +248,14 @@ TEST_F(Hardening, NoQueryMakesATextThatTheFileCouldNotHold)
     EXPECT_EQ(query(m_db, "SELECT length(hex(zeroblob(8000))) AS n"), "n|16000");
 }
 
-TEST_F(Hardening, StatementOfTheSchemaMayHaveAHundredAndTwentyKilobytes)
+TEST_F(Hardening, StatementOfTheSchemaMayHaveAQuarterOfAMegabyte)
 {
     const auto statementOf = [](const std::string& table, std::size_t length) {
         return "CREATE TABLE " + table + "(x /*" + std::string(length, ' ') + "*/)";
     };
-    openWithSql(statementOf("shorter", 130000));
+    openWithSql(statementOf("shorter", 260000));
     EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "name|Overheat");
-    runSql(m_file, statementOf("longer", 132000));
+    runSql(m_file, statementOf("longer", 264000));
     EXPECT_EQ(query(m_db, "SELECT name FROM descriptions"), "18: string or blob too big");
 }
 

@@ -33,7 +33,7 @@ constexpr int MAX_COLUMNS_WITH_FILE_CODE = 100;
 constexpr std::size_t STACK_OF_WILDCARD = 160;
 
 /// Of the schema: SQLite compares each key of a table with all before it.
-constexpr int MAX_STATEMENT = 128 * 1024;
+constexpr int MAX_STATEMENT = 256 * 1024;
 
 constexpr int USUAL_COLUMNS = 16;
 constexpr int USUAL_DEPTH = 4;

@@ -217,7 +217,7 @@ Attacks textAttacks()
                            " FROM b");
          }},
         {"trim",
-         {16 * KIB, 64 * KIB, 256 * KIB},
+         {4 * KIB, 16 * KIB, 64 * KIB, 256 * KIB},
          [](const std::string& file, int n) {
              makeTexts(file, n,
                        "SELECT trim(x, replace(substr(y, 1, length(y) / 2), 'a', 'c') || 'a') "
