@@ -53,8 +53,10 @@ ZavCommand::ZavCommand() : m_program(m_programDir.file("zav"))
     std::ofstream script(m_program);
     script << "#!/bin/sh\n";
     if (!emulator().empty()) {
-        script << "case \"$1\" in " << AUTHOR_COMMANDS << ") exec " << words(ZAV_AUTHOR_COMMAND)
-               << " \"$@\" ;; esac\n";
+        // An option with its value may come before the command.
+        script << "case \"$1\" in --*) command=$3 ;; *) command=$1 ;; esac\n"
+               << "case \"$command\" in " << AUTHOR_COMMANDS << ") exec "
+               << words(ZAV_AUTHOR_COMMAND) << " \"$@\" ;; esac\n";
     }
     script << "exec " << words(ZAV_COMMAND) << " \"$@\"\n";
     script.close();
