@@ -35,7 +35,7 @@ endif()
 include(CMakePackageConfigHelpers)
 
 set(zav_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zav")
-zav_install_folders("${CMAKE_INSTALL_INCLUDEDIR}/zav" "${CMAKE_INSTALL_DATADIR}/zav"
+zav_install_folders("${CMAKE_INSTALL_INCLUDEDIR}/zav/detail" "${CMAKE_INSTALL_DATADIR}/zav"
     "${zav_cmake_dir}" "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 install(TARGETS zav EXPORT zavTargets

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "zav/detail/tableParts.h"
 #include "zav/export.h"
 #include "zav/sqlTblUtil.h"
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "logLine.h"
+#include "zav/detail/tableParts.h"
 
 namespace {
 

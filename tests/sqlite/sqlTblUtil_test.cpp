@@ -18,6 +18,7 @@
 #include "support/GlobalLocale.h"
 #include "support/LockProbe.h"
 #include "support/reporterLines.h"
+#include "zav/detail/tableParts.h"
 
 namespace {
 

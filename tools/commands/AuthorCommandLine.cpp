@@ -153,11 +153,11 @@ private:
         addNumbers(*command, "--language", m_diff.languages, "Only the texts in this language")
             ->type_name("LANGUAGE");
         command->callback([this] {
-            m_diff.format = chosen<DiffFormat>({{"table", DiffFormat::LINES},
-                                                {"json", DiffFormat::JSON},
-                                                {"csv", DiffFormat::CSV},
-                                                {"markdown", DiffFormat::MARKDOWN}},
-                                               m_format, "--format");
+            m_diff.format = valueNamed<DiffFormat>({{"table", DiffFormat::LINES},
+                                                    {"json", DiffFormat::JSON},
+                                                    {"csv", DiffFormat::CSV},
+                                                    {"markdown", DiffFormat::MARKDOWN}},
+                                                   m_format, "--format");
             m_diff.debugLevel = m_debugLevel;
             m_request = {Format::TABLE,
                          [request = m_diff](Output& output) { return runDiff(request, output); }};

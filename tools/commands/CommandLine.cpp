@@ -208,10 +208,11 @@ private:
             if (m_file == "insert" || m_file == "update") {
                 throw CLI::ValidationError(fileComesFirst("sql", m_statement, m_file));
             }
-            runOnDatabase(Format::TABLE, [statement = chosen(statements, m_statement, "STATEMENT"),
-                                          tables = m_tables](Database& database, Output& output) {
-                return runSql(database, statement, tables, output);
-            });
+            runOnDatabase(Format::TABLE,
+                          [statement = valueNamed(statements, m_statement, "STATEMENT"),
+                           tables = m_tables](Database& database, Output& output) {
+                              return runSql(database, statement, tables, output);
+                          });
         });
     }
 
@@ -230,11 +231,11 @@ private:
         command->callback([this, command] {
             refuseGeneral("--debug", "zav check keeps the library silent");
             m_check.isGrouped = command->count("--all") == 0;
-            m_check.format = chosen<CheckFormat>({{"table", CheckFormat::LINES},
-                                                  {"json", CheckFormat::JSON},
-                                                  {"csv", CheckFormat::CSV},
-                                                  {"sarif", CheckFormat::SARIF}},
-                                                 m_format, "--format");
+            m_check.format = valueNamed<CheckFormat>({{"table", CheckFormat::LINES},
+                                                      {"json", CheckFormat::JSON},
+                                                      {"csv", CheckFormat::CSV},
+                                                      {"sarif", CheckFormat::SARIF}},
+                                                     m_format, "--format");
             m_request = {Format::TABLE,
                          [request = m_check](Output& output) { return runCheck(request, output); }};
         });

@@ -4,6 +4,7 @@
 
 #include "LibraryTable.h"
 #include "text/formatted.h"
+#include "zav/detail/tableParts.h"
 
 namespace {
 

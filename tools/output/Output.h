@@ -32,9 +32,9 @@ public:
     void printCsvLine(const std::vector<std::string>& fields);
 
     /// @return the text so that standard output shows it like this.
-    std::string looking(Look look, const std::string& text) const
+    std::string styled(Look look, const std::string& text) const
     {
-        return ::looking(look, text, m_terminal);
+        return ::styled(look, text, m_terminal);
     }
 
     /// Writes text as it is.

@@ -31,13 +31,13 @@ struct Show {
 TableView viewOf(const Table& table)
 {
     return {table.columns, [&table](const TableView::TakeRow& take) {
-                TableView::Row viewed;
+                TableView::Row viewRow;
                 for (const Table::Row& row : table.rows) {
-                    viewed.clear();
+                    viewRow.clear();
                     for (const Table::Cell& cell : row) {
-                        viewed.push_back(viewOf(cell));
+                        viewRow.push_back(viewOf(cell));
                     }
-                    take(viewed);
+                    take(viewRow);
                 }
             }};
 }
@@ -48,7 +48,7 @@ Table tableOf(const TableView& view)
     view.forEachRow([&](const TableView::Row& row) {
         Table::Row& cells = table.rows.emplace_back();
         for (const TableView::Cell& cell : row) {
-            cells.push_back(kept(cell));
+            cells.push_back(ownedCell(cell));
         }
     });
     return table;
@@ -59,7 +59,7 @@ TableView::Cell viewOf(const Table::Cell& cell)
     return std::visit(View(), cell);
 }
 
-Table::Cell kept(const TableView::Cell& cell)
+Table::Cell ownedCell(const TableView::Cell& cell)
 {
     return std::visit(Keep(), cell);
 }

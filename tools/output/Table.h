@@ -49,7 +49,7 @@ Table tableOf(const TableView& view);
 TableView::Cell viewOf(const Table::Cell& cell);
 
 /// @return the cell, kept.
-Table::Cell kept(const TableView::Cell& cell);
+Table::Cell ownedCell(const TableView::Cell& cell);
 
 /// @return the cell as it stands; a number in decimal, and NULL by that word.
 std::string cellText(const TableView::Cell& cell);

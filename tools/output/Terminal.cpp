@@ -39,11 +39,12 @@ std::size_t widthByTerminal()
 
 std::size_t outputWidth(bool isTerminal)
 {
-    const std::size_t wished = widthByEnvironment();
-    if (wished == 0 && !isTerminal) {
+    const std::size_t widthFromEnvironment = widthByEnvironment();
+    if (widthFromEnvironment == 0 && !isTerminal) {
         return Terminal::UNLIMITED;
     }
-    return std::max(wished != 0 ? wished : widthByTerminal(), SMALLEST_WIDTH);
+    return std::max(widthFromEnvironment != 0 ? widthFromEnvironment : widthByTerminal(),
+                    SMALLEST_WIDTH);
 }
 
 }  // namespace
@@ -55,7 +56,7 @@ Terminal standardOutput()
     return {isTerminal, outputWidth(isTerminal), isTerminal && wantsColour};
 }
 
-std::string looking(Look look, const std::string& text, const Terminal& terminal)
+std::string styled(Look look, const std::string& text, const Terminal& terminal)
 {
     if (!terminal.hasColour || look == Look::PLAIN) {
         return text;

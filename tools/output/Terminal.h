@@ -21,4 +21,4 @@ Terminal standardOutput();
 enum class Look { PLAIN, STRONG, FAINT };
 
 /// @return the text so that the terminal shows it like this.
-std::string looking(Look look, const std::string& text, const Terminal& terminal);
+std::string styled(Look look, const std::string& text, const Terminal& terminal);

@@ -44,7 +44,7 @@ std::string escapeControls(std::string_view json)
     return escaped;
 }
 
-std::string dumped(const nlohmann::ordered_json& value)
+std::string dumpJson(const nlohmann::ordered_json& value)
 {
     constexpr bool ASCII_ONLY = false;
     return escapeControls(value.dump(static_cast<int>(INDENT), ' ', ASCII_ONLY,
@@ -77,7 +77,7 @@ void appendString(std::string_view text, std::string& json)
     if (isPlain(text)) {
         json.append(1, '"').append(text).append(1, '"');
     } else {
-        json += dumped(text);
+        json += dumpJson(text);
     }
 }
 
@@ -86,14 +86,14 @@ void appendValue(const TableView::Cell& cell, std::string& json)
     if (const auto* text = std::get_if<std::string_view>(&cell)) {
         appendString(*text, json);
     } else if (const auto* stored = std::get_if<RawCellView>(&cell)) {
-        json += dumped(toJson(*stored));
+        json += dumpJson(toJson(*stored));
     } else {
         json += std::to_string(std::get<std::uint64_t>(cell));
     }
 }
 
 /// A number beyond all others is none in JSON.
-nlohmann::ordered_json real(std::string_view bytes)
+nlohmann::ordered_json realNumber(std::string_view bytes)
 {
     const double number = std::strtod(std::string(bytes).c_str(), nullptr);
     return std::isfinite(number) ? nlohmann::ordered_json(number) : nlohmann::ordered_json(bytes);
@@ -114,7 +114,7 @@ std::vector<std::string> keysOf(const TableView& table)
 {
     std::vector<std::string> keys;
     for (const Table::Column& column : table.columns) {
-        keys.push_back((keys.empty() ? "" : ",") + jsonLineEnd(2) + dumped(column.name) + ": ");
+        keys.push_back((keys.empty() ? "" : ",") + jsonLineEnd(2) + dumpJson(column.name) + ": ");
     }
     return keys;
 }
@@ -161,7 +161,7 @@ nlohmann::ordered_json toJson(const RawCellView& cell)
     case CellType::INTEGER:
         return std::stoll(std::string(cell.bytes));
     case CellType::REAL:
-        return real(cell.bytes);
+        return realNumber(cell.bytes);
     default:
         return cell.bytes;
     }
@@ -174,7 +174,7 @@ std::string renderJson(const nlohmann::ordered_json& value)
 
 std::string jsonText(const nlohmann::ordered_json& value, std::size_t depth)
 {
-    const std::string text = dumped(value);
+    const std::string text = dumpJson(value);
     std::string indented;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());

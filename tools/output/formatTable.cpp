@@ -39,7 +39,7 @@ struct Layout {
         std::size_t widest;
 
         /// @param breaksWords  rather than that the column is wide.
-        std::size_t narrowest(bool breaksWords) const
+        std::size_t narrowestWidth(bool breaksWords) const
         {
             const std::size_t useful = std::min(widest, NARROWEST_TEXT);
             const std::size_t text = breaksWords ? useful : std::max(useful, widestWord);
@@ -119,7 +119,7 @@ Widths widthsUpTo(std::size_t limit, const Layout& layout, bool breaksWords)
 {
     Widths widths;
     for (const Layout::Column& column : layout.columns) {
-        const std::size_t narrowest = column.narrowest(breaksWords);
+        const std::size_t narrowest = column.narrowestWidth(breaksWords);
         widths.push_back(column.isNumber
                              ? narrowest
                              : std::clamp(limit, narrowest, std::max(narrowest, column.widest)));
@@ -192,7 +192,7 @@ std::string renderLine(const Lines& texts, const Layout& layout, const Widths& w
         pending += isNumber ? blanks : 0;
         if (!texts[i].empty()) {
             rendered.append(pending, ' ');
-            rendered += looking(looks[i], texts[i], terminal);
+            rendered += styled(looks[i], texts[i], terminal);
             pending = 0;
         }
         pending += (isNumber ? 0 : blanks) + GAP;
@@ -255,14 +255,14 @@ std::string renderField(const std::string& title, std::size_t titleWidth, const 
 {
     const bool isBeside = terminal.width >= titleWidth + GAP + NARROWEST_VALUE;
     const std::size_t indent = isBeside ? titleWidth + GAP : GAP;
-    std::string rendered = looking(Look::STRONG, title, terminal);
+    std::string rendered = styled(Look::STRONG, title, terminal);
     std::string blanks = padding(indent, title);
     if (!isBeside) {
         rendered += '\n';
         blanks = std::string(indent, ' ');
     }
     for (const std::string& line : wrap(value, terminal.width - indent)) {
-        rendered += (line.empty() ? "" : blanks + looking(look, line, terminal)) + '\n';
+        rendered += (line.empty() ? "" : blanks + styled(look, line, terminal)) + '\n';
         blanks = std::string(indent, ' ');
     }
     return rendered;

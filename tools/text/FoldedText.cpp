@@ -96,22 +96,22 @@ FoldedText::Places FoldedText::placesOf(const std::vector<FoldedText>& words, st
     const Letters letters(text);
     Places found;
     for (const FoldedText& word : words) {
-        const std::string& sought = word.bytes();
-        for (std::size_t start = letters.folded.find(sought);
-             !sought.empty() && start != std::string::npos;
-             start = letters.folded.find(sought, start + sought.size())) {
+        const std::string& wordBytes = word.bytes();
+        for (std::size_t start = letters.folded.find(wordBytes);
+             !wordBytes.empty() && start != std::string::npos;
+             start = letters.folded.find(wordBytes, start + wordBytes.size())) {
             found.emplace_back(letters.starts[letters.letterAt(start)],
-                               letters.starts[letters.letterAt(start + sought.size() - 1) + 1]);
+                               letters.starts[letters.letterAt(start + wordBytes.size() - 1) + 1]);
         }
     }
     std::sort(found.begin(), found.end());
-    Places joined;
+    Places merged;
     for (const auto& [begin, end] : found) {
-        if (!joined.empty() && begin <= joined.back().second) {
-            joined.back().second = std::max(joined.back().second, end);
+        if (!merged.empty() && begin <= merged.back().second) {
+            merged.back().second = std::max(merged.back().second, end);
         } else {
-            joined.emplace_back(begin, end);
+            merged.emplace_back(begin, end);
         }
     }
-    return joined;
+    return merged;
 }

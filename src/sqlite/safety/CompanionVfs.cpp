@@ -37,7 +37,7 @@ SqliteText shmOf(const char* database)
     return SqliteText(sqlite3_mprintf("%s-shm", database));
 }
 
-/// From harmless to worst.
+/// In the order of their danger.
 enum class Companion { HARMLESS, SECOND_LINK, NO_REGULAR_FILE };
 
 /// What has a name is looked at, not what it may be a symbolic link to.
@@ -80,7 +80,7 @@ CompanionVfs::~CompanionVfs()
     sqlite3_free_filename(const_cast<char*>(m_nameNotToWriteShm));  // a char* before 3.40
 }
 
-// Registered only while SQLite looks for it: nothing is left behind for an application to meet.
+// Registered only while SQLite looks for it, so that an application never finds it.
 int CompanionVfs::open(const char* path, int flags, sqlite3** db) noexcept
 {
     sqlite3_vfs* const target = sqlite3_vfs_find(nullptr);

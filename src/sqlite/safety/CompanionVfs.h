@@ -2,12 +2,12 @@
 
 #include <sqlite3.h>
 
-/// SQLite's default VFS, for one connection, with an eye on what lies beside the database: SQLite
-/// by itself opens, overwrites and deletes whatever bears the right name there.
+/// SQLite's default VFS, for one connection, but careful with the files beside the database: SQLite
+/// by itself opens, overwrites and deletes whatever has the right name there.
 ///
 /// A journal, a write-ahead log or its "-shm" that is no regular file is not opened (SQLite would
-/// wait for a FIFO without end), and a "-shm" that is a second link to somebody's file is not
-/// written. And nothing is deleted but what the connection is for.
+/// wait for a FIFO without end), a "-shm" with a second link is not written, since that may be
+/// somebody's file, and nothing is deleted but a journal that was rolled back (see Use).
 class CompanionVfs : sqlite3_vfs {
 public:
     enum class Use {

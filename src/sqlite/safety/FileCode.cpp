@@ -7,16 +7,17 @@
 
 namespace {
 
-/// Of up to 600 bytes each: 60 MB.
+/// Nodes of up to 600 bytes each, which makes 60 MB.
 constexpr std::uint32_t MOST_NODES = 100000;
 
-/// The query, and views over views, common table expressions and generated columns over each other.
+/// One for the query, the others for views, common table expressions and generated columns that
+/// build on each other.
 constexpr std::uint32_t MOST_LEVELS = 17;
 
-/// Of a compound, of which SQLite makes no more than some 500.
+/// Terms of a compound query. SQLite itself allows some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
 
-/// Of parentheses, of which SQLite's parser takes no more than 100.
+/// Parentheses within each other. SQLite's parser takes no more than 100.
 constexpr int MOST_SCOPES = 102;
 
 // Measured on x86-64 with SQLite 3.40, and rounded up; a 32-bit machine needs less.
@@ -28,29 +29,30 @@ constexpr std::uint32_t STACK_OF_JOIN = 500;
 constexpr std::uint32_t STACK_OF_WINDOW = 600;
 constexpr std::uint32_t STACK_OF_JSON = 150 * 1024;  ///< of its deepest nesting, 2000
 
-/// Words that no name can be without quotes, and between which an expression stands.
+/// Words between which an expression stands. None can be a name without quotes.
 constexpr const char* AROUND_EXPRESSIONS =
     " select from where group order having limit on using join as values distinct all create table "
     "when then else ";
 
-/// Words that no name can be without quotes, and each of which may make an expression deeper.
+/// Words that may make an expression deeper. None can be a name without quotes.
 constexpr const char* OPERATORS =
     " and or not is in between case collate isnull notnull exists escape ";
 
-/// In bytes: a query of a table, by a column. What could do harm is longer, or calls a function.
+/// Bytes that a query of one table by one column has at the most. A query that could do harm is
+/// longer, or calls a function.
 constexpr int LONGEST_PLAIN_QUERY = 100;
 
-/// The functions of JSON are refused in a schema, its tables are not.
+/// SQLite refuses its JSON functions in a schema, but not these tables.
 constexpr const char* JSON_TABLES = " json_each json_tree ";
 
 constexpr const char* QUERY_WORDS = " select with values ";
 
-std::uint32_t capped(std::uint64_t nodes)
+std::uint32_t cappedNodes(std::uint64_t nodes)
 {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(nodes, MOST_NODES + 1));
 }
 
-/// How often each name occurs, or a little more: names share their counters.
+/// How often each name occurs, or a little more, since names share their counters.
 class NameCounts {
 public:
     void add(const SqlToken& name)
@@ -69,7 +71,7 @@ public:
         }
     }
 
-    std::uint32_t most() const { return *std::max_element(m_counts, m_counts + COUNTERS); }
+    std::uint32_t highestCount() const { return *std::max_element(m_counts, m_counts + COUNTERS); }
 
 private:
     static constexpr int COUNTERS = 256;
@@ -102,15 +104,16 @@ bool isPlain(const char* query)
 
 void CompileCost::add(const CompileCost& part)
 {
-    nodes = capped(std::uint64_t{nodes} + part.nodes);
+    nodes = cappedNodes(std::uint64_t{nodes} + part.nodes);
     stackBytes = std::max(stackBytes, part.stackBytes);
     levels = std::max(levels, part.levels);
 }
 
-/// Adds up what one piece costs, with all that it names. On the heap: there may be little stack.
+/// Adds up what one piece costs, with all that it names. It lives on the heap, since there may be
+/// little stack.
 class FileCode::Reckoning : public InSqliteMemory {
 public:
-    /// @param above  the reckoning that has come upon this piece; null for the first.
+    /// @param above  the reckoning of the piece that names this one; null for the first.
     static CompileCost costOf(FileCode& code, Piece& piece, Reckoning* above)
     {
         if (piece.cost.levels > 0) {
@@ -143,8 +146,8 @@ private:
         std::uint32_t terms = 1;        ///< of the term, once SQLite has taken apart what it joins
         std::uint32_t termsBefore = 0;
         std::uint32_t ownStack = 0;  ///< of its joins and windows
-        bool isInFrom = false;       ///< what comes next is joined ...
-        bool isInCondition = false;  ///< ... or says how
+        bool isInFrom = false;       ///< the next token is in a FROM clause ...
+        bool isInCondition = false;  ///< ... and there in a condition of a join
         std::uint32_t depth = 0;     ///< of the expression so far
         std::uint32_t deepest = 0;
     };
@@ -176,7 +179,7 @@ private:
     FileCode& m_code;
     const Piece& m_piece;
     Reckoning* m_above;
-    bool m_isWhole = true;  ///< nothing has been left out because it is being reckoned above
+    bool m_isWhole = true;  ///< no piece was left out because it is being reckoned above
     std::uint32_t m_level;
     SqlTokens m_tokens;
     int m_scopes = 0;
@@ -249,8 +252,8 @@ void FileCode::Reckoning::close()
     m_scope->depth += closed->deepest + 1;
 }
 
-/// Adds what stands in the scope, or what is named there. A compound that is joined makes as many
-/// terms of each term that joins it.
+/// Adds what stands in the scope, or what is named there. A term that joins a compound query
+/// becomes as many terms as that one has.
 void FileCode::Reckoning::addPart(CompileCost& part, bool isQuery)
 {
     if (m_scope->isInFrom) {
@@ -305,14 +308,14 @@ void FileCode::Reckoning::takeName()
     const bool isInList = token.kind == SqlToken::NUMBER && !m_scope->isQuery;
     const bool isName = token.kind != SqlToken::STRING && !m_tokens.isFunction();
     if (isName && !isInList && namesColumns()) {
-        m_scope->names.add(token);  // or a number, by which ORDER BY means a column
+        m_scope->names.add(token);  // a number names a column, too, in ORDER BY
     }
     addPiecesNamed(token);
 }
 
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
-    // To list all tables, SQLite looks into each.
+    // SQLite compiles every view to list all tables.
     const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
     Piece* piece = meansAll ? m_code.m_pieces.begin() : m_code.firstNamed(name);
     while (piece != m_code.m_pieces.end() && (meansAll || piece->name.compare(name) == 0) &&
@@ -367,9 +370,9 @@ void FileCode::Reckoning::endExpression()
 void FileCode::Reckoning::endTerm()
 {
     Scope& scope = *m_scope;
-    const std::uint32_t copies = scope.isQuery ? scope.names.most() + scope.stars : 1;
-    scope.nodesBefore = capped(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} *
-                                                       scope.terms * scope.cost.nodes);
+    const std::uint32_t copies = scope.isQuery ? scope.names.highestCount() + scope.stars : 1;
+    scope.nodesBefore = cappedNodes(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} *
+                                                            scope.terms * scope.cost.nodes);
     scope.termsBefore = std::min(scope.termsBefore + scope.terms, MOST_TERMS);
     if (scope.outer != nullptr && !scope.isDefinition) {
         scope.outer->names.add(scope.names);
@@ -513,6 +516,6 @@ bool FileCode::isTooMuch(const char* query, CompileCost& cost)
     cost = Reckoning::costOf(code, all, nullptr);
     m_hadMemory = code.m_hadMemory;
     m_takesPart = code.m_takesPart;
-    // However long a single query is, nothing in it multiplies.
+    // A single query can be long, but names no query that it would contain several times.
     return cost.nodes > MOST_NODES && (queries > 1 || m_takesPart);
 }

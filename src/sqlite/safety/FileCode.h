@@ -14,7 +14,7 @@ struct CompileCost {
     std::uint32_t terms = 1;   ///< of a compound query
     std::uint32_t levels = 0;  ///< of pieces that name each other
 
-    /// A part's stack is free again for the next one.
+    /// Adds a part that is compiled after those before: they share their stack.
     void add(const CompileCost& part);
 };
 
@@ -23,7 +23,7 @@ struct CompileCost {
 /// it without a bound: views over views take as much stack as they are high, and where each names
 /// the one below twice, they double at each step.
 ///
-/// Where there is no memory, it goes on with less; hadMemory() tells.
+/// What there is no memory for is left out; hadMemory() tells.
 class FileCode {
 public:
     void clear();
@@ -38,14 +38,13 @@ public:
     /// @return whether that is more than may be compiled.
     bool isTooMuch(const char* query, CompileCost& cost);
 
-    /// @return whether code of the file becomes part of the query that isTooMuch() was asked for
-    /// last.
+    /// @return whether code of the file is part of the query that isTooMuch() was last called for.
     bool takesPart() const { return m_takesPart; }
 
     /// @return whether code of the file is part of what has the name.
     bool has(const char* name) const;
 
-    /// @return whether all that has been asked for since clear() could be done.
+    /// @return whether there was memory for everything since clear().
     bool hadMemory() const { return m_hadMemory; }
 
 private:
@@ -57,7 +56,7 @@ private:
         const char* end;
         bool isLocal;  ///< known only in its statement
         bool isQuery;
-        CompileCost cost = {};  ///< once it has been reckoned: 0 levels before
+        CompileCost cost = {};  ///< 0 levels: not reckoned yet
     };
     class Reckoning;
 

@@ -78,14 +78,14 @@ bool HotJournal::rollBack(sqlite3* db, int busyTimeoutMs) noexcept
     const int code = rollBackFile(database, busyTimeoutMs);
     const bool isLocked = code == SQLITE_BUSY;
     if (code != SQLITE_OK && !isLocked) {
-        m_stayed = status;
+        m_triedJournal = status;
     }
     return isLocked;
 }
 
 bool HotJournal::isWorthATry(const char* database, const struct stat& status) const noexcept
 {
-    if (!S_ISREG(status.st_mode) || isSame(status, m_stayed)) {
+    if (!S_ISREG(status.st_mode) || isSame(status, m_triedJournal)) {
         return false;
     }
     const SqliteText folder = folderOf(database);

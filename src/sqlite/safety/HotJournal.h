@@ -14,18 +14,18 @@ public:
 
     /// Lets SQLite roll back a connection's file through a connection of its own.
     ///
-    /// So that nothing changes, it is not tried where the folder cannot be written, and not again
-    /// for a journal that a first try has left as it was; and the try ends before it changes
-    /// anything where the file or its journal cannot be written, or where the journal names a
-    /// super-journal, which only the program that wrote it knows how to judge.
+    /// It is not tried where the folder cannot be written, nor again for a journal that a first try
+    /// has left as it was. It fails, with nothing changed, where the file or its journal cannot be
+    /// written, or where the journal names a super-journal, which only the program that wrote it
+    /// can judge.
     ///
-    /// @param busyTimeoutMs  how long to wait for other processes that read the file, or are at
-    ///                       rolling it back already.
+    /// @param busyTimeoutMs  how long to wait for other processes that read the file or roll it
+    ///                       back.
     /// @return whether another process has kept its lock for all that time.
     bool rollBack(sqlite3* db, int busyTimeoutMs) noexcept;
 
 private:
     bool isWorthATry(const char* database, const struct stat& status) const noexcept;
 
-    struct stat m_stayed = {};  ///< the journal that a try has not removed
+    struct stat m_triedJournal = {};  ///< which a try has not removed
 };

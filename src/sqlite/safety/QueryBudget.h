@@ -2,12 +2,12 @@
 
 struct sqlite3;
 
-/// Ends whatever SQLite runs on a connection while it lives, with SQLite's "interrupted", once that
-/// has taken far more than reading a database of fault definitions can: a view in place of a table
-/// may never end.
+/// While it lives, bounds the time and the memory of what SQLite runs on a connection: a view in
+/// place of a table may never end. What takes far more than reading a database of fault definitions
+/// is ended, with SQLite's "interrupted".
 ///
-/// SQLite tells how much memory it has, not for whom. As long as that is little, nobody cares. When
-/// it is much, the query is ended and can be run again with its own result counted alone.
+/// SQLite counts the memory of the whole process only. Once that has grown much, the query is ended
+/// and can be run again, with its own result counted alone.
 class QueryBudget {
 public:
     explicit QueryBudget(sqlite3* db);
@@ -15,7 +15,8 @@ public:
     QueryBudget(const QueryBudget&) = delete;
     QueryBudget& operator=(const QueryBudget&) = delete;
 
-    /// Looks at the budget so often that no row of a file's own code is past it unseen.
+    /// Looks at the budget after each step, for a query with code of the file, whose every row may
+    /// take much.
     void lookOften();
 
     /// @return whether the memory has ended a query that may have taken only a part of it.
@@ -23,8 +24,8 @@ public:
 
     /// Counts the result of the next run.
     ///
-    /// @param withFileCode  what SQLite needs besides, to sort a view for instance, counts as well,
-    ///                      and so does what others take meanwhile.
+    /// @param withFileCode  whether what SQLite needs besides counts, too, to sort a view for
+    ///                      instance; with it counts what others take meanwhile.
     void countResult(bool withFileCode);
 
 private:

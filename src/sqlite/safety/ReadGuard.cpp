@@ -17,7 +17,8 @@ constexpr int MOST_RUNS = 5;
 /// To compile a query without code of the file.
 constexpr std::size_t STACK_FOR_ANY_QUERY = 2560;
 
-/// A collation goes with its connection, after the files are closed. Nobody compares by this one.
+/// Name of a collation that owns the guard: SQLite destroys it with its connection, after the files
+/// are closed. No query compares by it.
 constexpr const char* OWNER = "zav";
 
 int compare(void* /*guard*/, int /*length*/, const void* /*text*/, int /*otherLength*/,
@@ -93,8 +94,8 @@ void ReadGuard::start(sqlite3* db) noexcept
     char* errorText = nullptr;
     readSchema(&errorText);
     if (HotJournal::blocks(db)) {
-        // Here and not only at the first query: it takes as long as the update was large. Nobody is
-        // waited for.
+        // Here and not only at the first query, since a large update takes long to roll back. It
+        // does not wait for others.
         m_hotJournal.rollBack(db, 0);
         readSchema(&errorText);
     }

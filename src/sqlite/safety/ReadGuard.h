@@ -8,6 +8,10 @@ class QueryBudget;
 
 /// Stands between a connection that only reads and a file that may have been made to do harm, or
 /// that a writer has left half changed.
+///
+/// It is the VFS of the connection (CompanionVfs). It reads the schema and keeps the SQL in it
+/// (FileCode), checks each query against that, runs it within limits (hardening.h) and a budget
+/// (QueryBudget), and has a dead writer's transaction rolled back (HotJournal).
 class ReadGuard : public CompanionVfs, public InSqliteMemory {
 public:
     /// Opens a database for reading, with a guard, which goes when the connection is closed, by

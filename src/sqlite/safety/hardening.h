@@ -4,21 +4,23 @@
 
 struct sqlite3;
 
-/// Keeps a connection from what a file made to do harm could make SQLite do. The tables and
-/// ordinary views of the file read as ever.
-///
-/// Everything here is a second wall: what this SQLite lacks is skipped, since a device with an
-/// older one is better off reading than not.
+// SQLite's settings against a file that was made to do harm. Each connection gets harden(). One
+// that only reads gets restrictToReading() besides, one of the two limits of the schema before the
+// schema is read, and the limits of a query before each query.
+
+/// Switches off what a file could abuse: extensions, changes of the schema table, functions with
+/// side effects in views. Its tables and ordinary views read as ever. A setting that an older
+/// SQLite lacks is skipped: a device with one is better off reading than not.
 void harden(sqlite3* db) noexcept;
 
-/// Keeps a connection that only reads from leaving anything behind: no write, no further file.
+/// Allows no write, no trigger and no temporary file.
 void restrictToReading(sqlite3* db);
 
-/// Bounds the schema that a connection reads next to a usual one. SQLite reads its statistics along
-/// with it, which may be generated columns: what little these can be here takes 20 KB of stack.
+/// Allows a schema that is little larger than a usual one. SQLite reads its statistics along with
+/// it, which may be generated columns: the longest that are allowed here take 20 KB of stack.
 void limitToUsualSchema(sqlite3* db);
 
-/// Bounds it to what SQLite itself allows, as far as the stack goes.
+/// Allows any schema that SQLite itself allows and the stack has room for.
 void limitSchema(sqlite3* db, std::size_t stackLeft);
 
 /// While it lives, SQLite passes over every statement of the schema that is longer than a line: the
@@ -36,12 +38,12 @@ private:
     sqlite3* m_db;
 };
 
-/// Bounds the next query to what an application may ask for: far more than it does.
+/// Bounds the next query, far beyond what an application asks for.
 void limitQuery(sqlite3* db);
 
-/// After limitQuery(), bounds a query that does more than read a table: to texts that the file can
-/// hold, and to patterns for which the stack does.
+/// After limitQuery(), for a query that does more than read a table: bounds texts by the size of
+/// the file, and patterns by the stack.
 void limitTexts(sqlite3* db, long long fileSize, std::size_t stackLeft);
 
-/// And one of which code that came with the file is part to what that may be.
+/// After both, for a query that has code of the file in it: bounds its columns and instructions.
 void limitFileCode(sqlite3* db);

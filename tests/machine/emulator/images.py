@@ -32,10 +32,10 @@ def root_disk():
     stamp = ROOM / "root.stamp"
     packages = [package("libzav0"), package("zav")]
     contents = [file.read_bytes() for file in [ROOM / "complete", *packages]]
-    wanted = hashlib.sha256(b"".join([str(TREE).encode(), *contents])).hexdigest()
-    if not image.exists() or not stamp.exists() or stamp.read_text() != wanted:
+    digest = hashlib.sha256(b"".join([str(TREE).encode(), *contents])).hexdigest()
+    if not image.exists() or not stamp.exists() or stamp.read_text() != digest:
         _install(packages, image)
-        stamp.write_text(wanted)
+        stamp.write_text(digest)
     return Disk("root", image, is_lasting=False)
 
 

@@ -38,7 +38,7 @@ constexpr std::array STACKS = {
 
 constexpr double PROMISED_SECONDS = 10;
 
-/// Of one step of SQLite's machine, within which nobody looks.
+/// What one step of SQLite's machine may take, within which the budget is not looked at.
 #if defined(__arm__)
 constexpr double SLACK_SECONDS = 20;  // in an emulator
 #else

@@ -85,8 +85,8 @@ std::string longRow(std::uint32_t id, std::uint32_t length, std::uint32_t overfl
     const auto payload = static_cast<std::uint32_t>(record.size()) + length;
     // What stands in the page itself, by SQLite's file format.
     const std::uint32_t least = (PAGE - 12) * 32 / 255 - 23;
-    const std::uint32_t wanted = least + (payload - least) % (PAGE - 4);
-    const std::uint32_t here = wanted <= PAGE - 35 ? wanted : least;
+    const std::uint32_t localLength = least + (payload - least) % (PAGE - 4);
+    const std::uint32_t here = localLength <= PAGE - 35 ? localLength : least;
     return Pages::varint(payload) + Pages::varint(id) + record +
            std::string(here - record.size(), 'x') + Pages::number(overflowPage);
 }

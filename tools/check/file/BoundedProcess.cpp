@@ -20,7 +20,7 @@ namespace {
 /// @return the result of a system call.
 /// @throws std::system_error where that is a failure.
 template <class Result>
-Result checked(Result result, const char* what)
+Result throwIfFailed(Result result, const char* what)
 {
     if (result < 0) {
         throw std::system_error(errno, std::generic_category(), what);
@@ -43,7 +43,7 @@ void writeAll(int descriptor, const std::string& text)
     while (done < text.size()) {
         const ssize_t count =
             TEMP_FAILURE_RETRY(write(descriptor, text.data() + done, text.size() - done));
-        done += static_cast<std::size_t>(checked(count, "write"));
+        done += static_cast<std::size_t>(throwIfFailed(count, "write"));
     }
 }
 
@@ -70,7 +70,8 @@ std::string readAll(int descriptor, const std::function<void()>& onWait)
         if (poll(&waiting, 1, WAIT_MS) <= 0) {
             continue;
         }
-        count = checked(TEMP_FAILURE_RETRY(read(descriptor, buffer.data(), buffer.size())), "read");
+        count = throwIfFailed(TEMP_FAILURE_RETRY(read(descriptor, buffer.data(), buffer.size())),
+                              "read");
         text.append(buffer.data(), static_cast<std::size_t>(count));
     }
     return text;
@@ -79,7 +80,7 @@ std::string readAll(int descriptor, const std::function<void()>& onWait)
 ProcessResult::End endOf(pid_t process)
 {
     int status = 0;
-    checked(TEMP_FAILURE_RETRY(waitpid(process, &status, 0)), "waitpid");
+    throwIfFailed(TEMP_FAILURE_RETRY(waitpid(process, &status, 0)), "waitpid");
     if (WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS) {
         return ProcessResult::End::DONE;
     }
@@ -94,9 +95,9 @@ ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::ch
                          const std::function<void()>& onWait)
 {
     std::array<int, 2> ends = {};
-    checked(pipe2(ends.data(), O_CLOEXEC), "pipe");
+    throwIfFailed(pipe2(ends.data(), O_CLOEXEC), "pipe");
     std::fflush(nullptr);  // or the copy would write what waits here a second time
-    const pid_t process = checked(fork(), "fork");
+    const pid_t process = throwIfFailed(fork(), "fork");
     if (process == 0) {
         close(ends[0]);
         prctl(PR_SET_PDEATHSIG, SIGKILL);  // nobody is left to read what it writes

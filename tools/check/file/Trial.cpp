@@ -111,14 +111,14 @@ void limitMemory(std::uintmax_t fileSize)
     sqlite3_hard_heap_limit64(LEAST + 4 * static_cast<sqlite3_int64>(fileSize));
 }
 
-Finding unreadable(const std::string& words)
+Finding unreadableFinding(const std::string& words)
 {
     Finding found(FindingKind::UNREADABLE);
     found.what = "cannot be read: " + words;
     return found;
 }
 
-Finding damaged(const std::string& what)
+Finding damageFinding(const std::string& what)
 {
     Finding found(FindingKind::DAMAGED);
     found.what = what + "; make the file anew from its source";
@@ -128,7 +128,7 @@ Finding damaged(const std::string& what)
 Finding differentLookup(const std::string& code)
 {
     const TableModel model = descriptionsModel();
-    Finding found = damaged(model.lookup + " finds other rows by the index than a scan does");
+    Finding found = damageFinding(model.lookup + " finds other rows by the index than a scan does");
     found.table = model.name;
     found.column = model.filterColumn().name;
     found.row = rowsWith(found.column, code);
@@ -137,14 +137,14 @@ Finding differentLookup(const std::string& code)
 
 Finding failingView(const std::string& table)
 {
-    Finding found = damaged("the library cannot read the view to its end");
+    Finding found = damageFinding("the library cannot read the view to its end");
     found.table = table;
     return found;
 }
 
 Finding wordsOfSqlite(const std::string& words)
 {
-    Finding found = damaged("SQLite's integrity check says so");
+    Finding found = damageFinding("SQLite's integrity check says so");
     found.value = RawCell::ofText(words);
     return found;
 }
@@ -155,12 +155,12 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
 {
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
-        add(unreadable(sqlite3_errstr(SQLITE_CANTOPEN)));
+        add(unreadableFinding(sqlite3_errstr(SQLITE_CANTOPEN)));
         return;
     }
     const std::uintmax_t size = fs::file_size(file, error);
     if (size == 0) {
-        add(unreadable("the file is empty"));
+        add(unreadableFinding("the file is empty"));
         return;
     }
     limitMemory(size);  // here, too: what fails there for want of memory must not succeed here
@@ -175,9 +175,10 @@ Trial::Trial(const std::string& file, const std::function<void()>& onProgress)
     }
     if (result.end != ProcessResult::End::DONE) {
         const bool isTime = result.end == ProcessResult::End::OUT_OF_TIME;
-        add(damaged(isTime ? formatted("reading it does not end within {} s of processor time",
-                                       most.count())
-                           : "reading it ends the process"));
+        add(damageFinding(
+            isTime
+                ? formatted("reading it does not end within {} s of processor time", most.count())
+                : "reading it ends the process"));
     }
 }
 
@@ -186,7 +187,7 @@ void Trial::take(const std::string& report)
     const std::string words = report.substr(1);
     switch (report.front()) {
     case CANNOT_BE_READ:
-        add(unreadable(words));
+        add(unreadableFinding(words));
         m_isSafe = false;
         break;
     case LIBRARY_FAILS:
@@ -203,7 +204,7 @@ void Trial::take(const std::string& report)
 
 Finding failedRead(const std::string& table, const std::string& words)
 {
-    Finding found = damaged("cannot be read to its end");
+    Finding found = damageFinding("cannot be read to its end");
     found.table = table;
     found.value = RawCell::ofText(words);
     return found;

@@ -12,7 +12,7 @@ void AliasCheck::read(const TableRow& row)
     if (!alias || alias->isNull() || alias->bytes.empty()) {
         return;
     }
-    const auto [first, isNew] = m_firstRows.emplace(alias->bytes, row.ref().label);
+    const auto [first, isNew] = m_firstRows.emplace(alias->bytes, row.rowRef().label);
     if (!isNew) {
         m_sink(row.finding(FindingKind::DUPLICATE_ALIAS, m_column,
                            formatted("the alias of {}, too; give each its own", first->second)));

@@ -111,11 +111,11 @@ void LanguageCheck::checkLanguage(std::uint16_t language) const
     const std::vector<std::uint16_t> present = codesIn(language);
     const std::size_t count = all.size() - present.size();
     const bool isMost = count * 4 > all.size();
-    const std::size_t wanted = isMost ? std::min(count, CODES_SHOWN) : count;
+    const std::size_t namedCodes = isMost ? std::min(count, CODES_SHOWN) : count;
 
     std::vector<std::uint16_t> lacking;
     auto next = present.begin();
-    for (auto code = all.begin(); lacking.size() < wanted; ++code) {
+    for (auto code = all.begin(); lacking.size() < namedCodes; ++code) {
         if (next != present.end() && *next == *code) {
             ++next;
         } else {
@@ -133,7 +133,7 @@ void LanguageCheck::checkLanguage(std::uint16_t language) const
 
 Finding LanguageCheck::missingText(std::uint16_t language, std::uint16_t code) const
 {
-    Finding found = missing(FindingKind::MISSING_TEXT, language);
+    Finding found = missingFinding(FindingKind::MISSING_TEXT, language);
     const std::string& column = m_model.columns[m_codeColumn].name;
     found.row = rowsWith(column, std::to_string(code));
     found.what = "the fault type has no text in this language; add it";
@@ -143,14 +143,14 @@ Finding LanguageCheck::missingText(std::uint16_t language, std::uint16_t code) c
 Finding LanguageCheck::missingLanguage(std::uint16_t language, std::size_t count,
                                        const std::vector<std::uint16_t>& firstCodes) const
 {
-    Finding found = missing(FindingKind::MISSING_LANGUAGE, language);
+    Finding found = missingFinding(FindingKind::MISSING_LANGUAGE, language);
     found.what = formatted("{} of {} fault types have no text in this language: {}{}; add them",
                            count, m_codes.sorted().size(), listed(firstCodes, ", "),
                            count > firstCodes.size() ? ", ..." : "");
     return found;
 }
 
-Finding LanguageCheck::missing(FindingKind kind, std::uint16_t language) const
+Finding LanguageCheck::missingFinding(FindingKind kind, std::uint16_t language) const
 {
     Finding found(kind);
     found.table = m_model.name;

@@ -30,7 +30,7 @@ private:
     void checkLanguages();
     void checkLanguage(std::uint16_t language) const;
     std::vector<std::uint16_t> codesIn(std::uint16_t language) const;
-    Finding missing(FindingKind kind, std::uint16_t language) const;
+    Finding missingFinding(FindingKind kind, std::uint16_t language) const;
     Finding missingText(std::uint16_t language, std::uint16_t code) const;
     Finding missingLanguage(std::uint16_t language, std::size_t count,
                             const std::vector<std::uint16_t>& firstCodes) const;

@@ -18,7 +18,7 @@ std::uint32_t bitOf(std::size_t column)
     return 1U << column;
 }
 
-std::string shown(const std::string& set)
+std::string placeholdersText(const std::string& set)
 {
     return set.empty() ? "no placeholder" : shortened(set);
 }
@@ -48,8 +48,8 @@ void TranslationCheck::read(const TableRow& row)
     }
 }
 
-/// Texts with the same 64 bits are taken for the same: within one fault type no two others ever
-/// meet by chance.
+/// Texts with the same 64 bits are taken for the same: it is next to impossible that two others of
+/// one fault type have them by chance.
 std::uint64_t TranslationCheck::samenessOf(const TableRow& row) const
 {
     constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
@@ -201,7 +201,8 @@ void TranslationCheck::report(const TableRow& row, const Remark& remark) const
         return;
     }
     const std::string set = placeholdersIn(row.cell(remark.column)->text());
-    m_sink(row.finding(remark.kind, remark.column,
-                       formatted("has {}, but language {} has {}; use the same", shown(set),
-                                 remark.otherLanguage, shown(m_sets[remark.otherSet]))));
+    m_sink(
+        row.finding(remark.kind, remark.column,
+                    formatted("has {}, but language {} has {}; use the same", placeholdersText(set),
+                              remark.otherLanguage, placeholdersText(m_sets[remark.otherSet]))));
 }

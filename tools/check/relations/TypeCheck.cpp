@@ -9,8 +9,8 @@ constexpr std::size_t MOST_ROWS_OF_RARE = 2;
 constexpr std::size_t LEAST_ROWS_OF_COMMON = 10;
 constexpr std::size_t MOST_EDITS = 2;
 
-/// What is longer, or more than so many, is no set of types that somebody has agreed on. It bounds
-/// the comparisons, too, which are of all with all.
+/// Longer types, or more of them, are no set that was agreed on. Each type is compared with each
+/// other, and these limits bound that, too.
 constexpr std::size_t LONGEST = 100;
 constexpr std::size_t MOST_TYPES = 1000;
 

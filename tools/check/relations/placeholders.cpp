@@ -45,7 +45,7 @@ std::size_t conversion(string_view text)
 }
 
 /// @return the length of %1 to %99 at the beginning of a text; 0: there is none.
-std::size_t numbered(string_view text)
+std::size_t numberedLength(string_view text)
 {
     constexpr std::size_t MOST_DIGITS = 2;
     const std::size_t digits = std::min(run(text, 1, DIGITS), MOST_DIGITS);
@@ -53,7 +53,7 @@ std::size_t numbered(string_view text)
 }
 
 /// @return the length of {0} or {name} at the beginning of a text; 0: there is none.
-std::size_t braced(string_view text)
+std::size_t bracedLength(string_view text)
 {
     constexpr const char* LETTERS =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_0123456789";
@@ -66,10 +66,10 @@ std::size_t braced(string_view text)
 std::size_t placeholder(string_view text)
 {
     if (text.front() == '{') {
-        return braced(text);
+        return bracedLength(text);
     }
     const std::size_t length = conversion(text);
-    return length > 0 ? length : numbered(text);
+    return length > 0 ? length : numberedLength(text);
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ std::optional<std::uint64_t> TableRow::number(std::size_t column) const
     return deliveredNumber(std::string(found->text()), kind).value_or(0);
 }
 
-RowRef TableRow::ref() const
+RowRef TableRow::rowRef() const
 {
     constexpr std::size_t KEY = 0;
     const std::optional<RawCellView> key = cell(KEY);
@@ -61,7 +61,7 @@ Finding TableRow::finding(FindingKind kind, const std::string& what) const
 {
     Finding found(kind);
     found.table = m_model.name;
-    found.row = ref();
+    found.row = rowRef();
     found.what = what;
     return found;
 }

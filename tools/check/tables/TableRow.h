@@ -38,7 +38,7 @@ public:
     ///         own, or where the file lacks the column.
     std::optional<std::uint64_t> number(std::size_t column) const;
 
-    RowRef ref() const;
+    RowRef rowRef() const;
 
     /// @return a finding about the row.
     Finding finding(FindingKind kind, const std::string& what) const;

@@ -40,7 +40,7 @@ std::string similarName(const Names& names, const std::string& name)
 
 /// The names that the model and the file share, letter case aside, in the order of the first list
 /// and its writing.
-Names shared(const Names& ordered, const Names& other)
+Names commonNames(const Names& ordered, const Names& other)
 {
     Names names;
     for (const std::string& name : ordered) {
@@ -59,7 +59,7 @@ std::string tableAnew(const TableModel& model)
 
 /// What stands in a field that nothing is read into: the library decodes all rows, of all files,
 /// into one record.
-std::string unfilled(const TableModel::Column& column)
+std::string unfilledText(const TableModel::Column& column)
 {
     return column.kind == FieldKind::TEXT
                ? "every record holds the text last read (at first an empty one)"
@@ -81,7 +81,8 @@ Finding missingColumn(const TableModel& model, const TableModel::Column& column)
     const bool isFilter = column.name == model.filterColumn().name;
     return columnFinding(
         FindingKind::MISSING_COLUMN, model, column.name,
-        formatted("{}{}; {}", unfilled(column), isFilter ? ", and " + model.lookup + " fails" : "",
+        formatted("{}{}; {}", unfilledText(column),
+                  isFilter ? ", and " + model.lookup + " fails" : "",
                   column.isKey || isFilter ? tableAnew(model)
                                            : formatted(R"(ALTER TABLE "{}" ADD COLUMN "{}" {};)",
                                                        model.name, column.name, column.sqlType)));
@@ -93,7 +94,7 @@ Finding otherLetters(const TableModel& model, const TableModel::Column& column,
     return columnFinding(FindingKind::LETTER_CASE, model, name,
                          formatted(R"(the library looks for "{0}", so that {1}; )"
                                    R"(ALTER TABLE "{2}" RENAME COLUMN "{3}" TO "{0}";)",
-                                   column.name, unfilled(column), model.name, name));
+                                   column.name, unfilledText(column), model.name, name));
 }
 
 Finding extraColumn(const TableModel& model, const std::string& name)
@@ -119,8 +120,8 @@ std::string lookupLater(const RawDatabase& database, const TableModel& model, co
 bool isOtherOrder(const TableModel& model, const Names& names)
 {
     const Names expected = namesOf(model);
-    const Names inFile = shared(names, expected);
-    const Names inModel = shared(expected, names);
+    const Names inFile = commonNames(names, expected);
+    const Names inModel = commonNames(expected, names);
     const bool isSameOrder =
         std::equal(inFile.begin(), inFile.end(), inModel.begin(), inModel.end(), isSameName);
     const bool isSameFilter = model.filterPosition < names.size() &&

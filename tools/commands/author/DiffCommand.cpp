@@ -14,9 +14,9 @@ StoredFile contentOf(const std::string& file, int debugLevel)
 }
 
 template <class Number>
-bool isIn(const std::set<Number>& wanted, const RawCell& cell)
+bool isIn(const std::set<Number>& chosenNumbers, const RawCell& cell)
 {
-    return std::any_of(wanted.begin(), wanted.end(),
+    return std::any_of(chosenNumbers.begin(), chosenNumbers.end(),
                        [&](Number number) { return std::to_string(number) == cell.bytes; });
 }
 

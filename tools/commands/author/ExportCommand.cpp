@@ -23,17 +23,17 @@ namespace fs = std::filesystem;
 /// Why a file cannot be written as sources, a line each.
 using Obstacles = std::vector<std::string>;
 
-std::string shown(const RawCell& cell)
+std::string cellForMessage(const RawCell& cell)
 {
     return cell.isNull() ? "NULL" : cell.bytes;
 }
 
 std::string placeOf(const StoredRow& row, bool isText)
 {
-    const std::string faultType = "fault type " + shown(row[StoredFile::CODE]);
-    return isText
-               ? formatted("text of {}, language {}", faultType, shown(row[StoredFile::LANGUAGE]))
-               : faultType;
+    const std::string faultType = "fault type " + cellForMessage(row[StoredFile::CODE]);
+    return isText ? formatted("text of {}, language {}", faultType,
+                              cellForMessage(row[StoredFile::LANGUAGE]))
+                  : faultType;
 }
 
 /// @return whether the row has a code that can travel.

@@ -32,7 +32,7 @@ std::string signedLines(const std::vector<WordRun>& runs, char sign, const Outpu
     bool isAtBeginning = true;
     const auto add = [&](const std::string& piece, Look look) {
         if (!piece.empty()) {
-            text += (isAtBeginning ? " " : "") + output.looking(look, piece);
+            text += (isAtBeginning ? " " : "") + output.styled(look, piece);
             isAtBeginning = false;
         }
     };
@@ -54,7 +54,7 @@ std::string signedLines(const std::vector<WordRun>& runs, char sign, const Outpu
 
 std::string valueLines(const RawCell& cell, char sign, const Output& output)
 {
-    return cell.isNull() ? formatted("    {} {}\n", sign, output.looking(Look::FAINT, "NULL"))
+    return cell.isNull() ? formatted("    {} {}\n", sign, output.styled(Look::FAINT, "NULL"))
                          : signedLines({{cell.bytes, false}}, sign, output);
 }
 
@@ -157,7 +157,7 @@ void writeChanges(const ChangeList& list, Output& output)
     const char* between = "";
     for (const Change& change : list.changes) {
         output.printText(between +
-                         output.looking(Look::STRONG, printableLine(titleOf(change, list))) + '\n');
+                         output.styled(Look::STRONG, printableLine(titleOf(change, list))) + '\n');
         for (const FieldChange& field : change.fields) {
             output.printText(fieldLines(field, output));
         }

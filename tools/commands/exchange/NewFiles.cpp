@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path besides(const fs::path& file)
+fs::path newFileBeside(const fs::path& file)
 {
     return file.string() + ".zav-new";
 }
@@ -34,25 +34,25 @@ NewFiles::~NewFiles()
 {
     std::error_code error;
     for (const fs::path& file : m_files) {
-        fs::remove(besides(file), error);
+        fs::remove(newFileBeside(file), error);
     }
 }
 
 void NewFiles::add(const fs::path& file, const std::string& content)
 {
     m_files.push_back(file);
-    std::ofstream stream(besides(file), std::ios::binary);
+    std::ofstream stream(newFileBeside(file), std::ios::binary);
     stream << content;
     stream.close();
     require(stream.good(), file);
-    const Descriptor written(open(besides(file).c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor written(open(newFileBeside(file).c_str(), O_RDONLY | O_CLOEXEC));
     require(written.isOpen() && fsync(written.number()) == 0, file);
 }
 
 void NewFiles::putInPlace()
 {
     for (const fs::path& file : m_files) {
-        require(std::rename(besides(file).c_str(), file.c_str()) == 0, file);
+        require(std::rename(newFileBeside(file).c_str(), file.c_str()) == 0, file);
     }
     m_files.clear();
 }

@@ -29,7 +29,7 @@ Request CommandParser::parse(int argc, char** argv)
         m_app.parse(argc, argv);
         return m_request;
     } catch (const CLI::Success& success) {
-        return printing(textFor(success));
+        return requestToPrint(textFor(success));
     } catch (const CLI::ParseError& error) {
         throw UsageError(textFor(error), whereHelpIs());
     }
@@ -37,16 +37,18 @@ Request CommandParser::parse(int argc, char** argv)
 
 Format CommandParser::listingFormat() const
 {
-    return chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}},
-                          m_format, "--format");
+    return valueNamed<Format>(
+        {{"table", Format::TABLE}, {"json", Format::JSON}, {"csv", Format::CSV}}, m_format,
+        "--format");
 }
 
 Format CommandParser::recordFormat() const
 {
-    return chosen<Format>({{"table", Format::TABLE}, {"json", Format::JSON}}, m_format, "--format");
+    return valueNamed<Format>({{"table", Format::TABLE}, {"json", Format::JSON}}, m_format,
+                              "--format");
 }
 
-Request CommandParser::printing(const std::string& text)
+Request CommandParser::requestToPrint(const std::string& text)
 {
     return {Format::TABLE, [text](Output& output) {
                 output.printText(text);
@@ -95,7 +97,7 @@ void CommandParser::addHelp()
 {
     CLI::App* command = addCommand(HELP, "Print the help of a command", "");
     command->add_option("COMMAND", m_helpTopic, "The command")->type_name("");
-    command->callback([this] { m_request = printing(helpOn(m_helpTopic)); });
+    command->callback([this] { m_request = requestToPrint(helpOn(m_helpTopic)); });
 }
 
 std::string CommandParser::helpOn(const std::string& name) const

@@ -58,7 +58,7 @@ protected:
     int m_debugLevel = 0;
 
 private:
-    static Request printing(const std::string& text);
+    static Request requestToPrint(const std::string& text);
     std::string helpOn(const std::string& name) const;
     std::string textFor(const CLI::Success& success) const;
     std::string textFor(const CLI::ParseError& error) const;

@@ -64,7 +64,7 @@ std::string namesOf(const Choices<Value>& choices)
 }
 
 template <class Value>
-Value chosen(const Choices<Value>& choices, const std::string& text, const std::string& option)
+Value valueNamed(const Choices<Value>& choices, const std::string& text, const std::string& option)
 {
     for (const auto& [name, value] : choices) {
         if (name == text) {
@@ -79,7 +79,7 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
                        const Choices<Value>& choices, const std::string& description)
 {
     const auto store = [&target, choices, option](const std::string& text) {
-        target = chosen(choices, text, option);
+        target = valueNamed(choices, text, option);
     };
     return app.add_option_function<std::string>(option, store, description)
         ->type_name(namesOf(choices));

@@ -37,7 +37,7 @@ void printJson(const Table& fault, const Table& texts, Output& output)
 
 /// One row per text, each beginning with the fault type; a fault type without texts has one row all
 /// the same.
-Table joined(const Table& fault, const Table& texts)
+Table joinTables(const Table& fault, const Table& texts)
 {
     Table table = fault;
     table.columns.insert(table.columns.end(), texts.columns.begin(), texts.columns.end());
@@ -57,7 +57,7 @@ Table joined(const Table& fault, const Table& texts)
 /// The columns of both, in the order that is wanted.
 Table chosenOfBoth(const Table& fault, const Table& texts, const FaultRequest& request)
 {
-    const Table both = joined(fault, texts);
+    const Table both = joinTables(fault, texts);
     return tableOf(chosenColumns(viewOf(both), request.listing.columns));
 }
 

@@ -113,7 +113,7 @@ private:
         return m_request.languages.empty() ||
                std::any_of(
                    m_request.languages.begin(), m_request.languages.end(),
-                   [&](std::uint16_t wanted) { return std::to_string(wanted) == language.bytes; });
+                   [&](std::uint16_t number) { return std::to_string(number) == language.bytes; });
     }
 
     static std::vector<Field> fieldsOf(const StoredRow& row, const Columns& columns)
@@ -200,7 +200,7 @@ std::string emphasised(const std::string& text, const Search& search, const Outp
     std::size_t position = 0;
     for (const auto& [begin, end] : FoldedText::placesOf(search.words(), shown)) {
         result += shown.substr(position, begin - position) +
-                  output.looking(Look::STRONG, shown.substr(begin, end - begin));
+                  output.styled(Look::STRONG, shown.substr(begin, end - begin));
         position = end;
     }
     return result + shown.substr(position);

@@ -27,7 +27,7 @@ FaultTypeCellsByCode faultTypeCells(const TableView& faultTypes)
     FaultTypeCellsByCode cells;
     const TableView view = chosenColumns(faultTypes, {names.code, names.alias, names.type});
     view.forEachRow([&](const TableView::Row& row) {
-        cells.emplace(cellText(row[0]), FaultTypeCells{kept(row[1]), kept(row[2])});
+        cells.emplace(cellText(row[0]), FaultTypeCells{ownedCell(row[1]), ownedCell(row[2])});
     });
     return cells;
 }
@@ -49,15 +49,15 @@ TableView withFaultTypes(const TableView& texts, const FaultTypeCellsByCode& cel
                          {{names.alias, Table::Kind::TEXT}, {names.type, Table::Kind::TEXT}});
     table.forEachRow = [forEachRow = texts.forEachRow, &cells, &none,
                         position](const TableView::TakeRow& take) {
-        TableView::Row joined;
+        TableView::Row joinedRow;
         forEachRow([&](const TableView::Row& row) {
             const auto found = cells.find(cellText(row[static_cast<std::size_t>(position) - 1]));
             const FaultTypeCells& faultType = found == cells.end() ? none : found->second;
-            joined.assign(row.begin(), row.begin() + position);
-            joined.push_back(viewOf(faultType.alias));
-            joined.push_back(viewOf(faultType.type));
-            joined.insert(joined.end(), row.begin() + position, row.end());
-            take(joined);
+            joinedRow.assign(row.begin(), row.begin() + position);
+            joinedRow.push_back(viewOf(faultType.alias));
+            joinedRow.push_back(viewOf(faultType.type));
+            joinedRow.insert(joinedRow.end(), row.begin() + position, row.end());
+            take(joinedRow);
         });
     };
     return table;
@@ -142,7 +142,7 @@ bool printStored(const Database& database, const TextsRequest& request, Output& 
     });
 }
 
-std::string wanted(const TextsRequest& request)
+std::string requestText(const TextsRequest& request)
 {
     std::vector<std::string> conditions;
     if (!request.codes.empty()) {
@@ -172,6 +172,6 @@ ExitStatus runTexts(Database& database, const TextsRequest& request, Output& out
     if (isAny || !request.isNarrowed()) {
         return ExitStatus::DONE;
     }
-    printMessage(formatted("{}: no text has {}", database.file(), wanted(request)));
+    printMessage(formatted("{}: no text has {}", database.file(), requestText(request)));
     return ExitStatus::NOT_FOUND_OR_FINDINGS;
 }

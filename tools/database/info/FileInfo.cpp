@@ -70,7 +70,7 @@ FileInfo readInfo(const std::string& file, std::optional<std::uint16_t> source)
     readTexts(database, hash, languages, info);
     info.release = releaseOf(database);
     info.content = hash.text();
-    info.languages = languages.all();
+    info.languages = languages.counts();
     info.isWalMode = saysWalMode(header);
     info.size = std::filesystem::file_size(file);
     info.sqliteVersion = sqliteVersionIn(header);

@@ -46,7 +46,7 @@ void LanguageCount::addText(const RawRow& row)
     m_texts[language].try_emplace(code, m_source ? digestOf(row) : "");
 }
 
-std::vector<LanguageInfo> LanguageCount::all() const
+std::vector<LanguageInfo> LanguageCount::counts() const
 {
     std::vector<LanguageInfo> languages;
     for (const auto& [language, texts] : m_texts) {

@@ -23,7 +23,7 @@ public:
     void addText(const RawRow& row);
 
     /// @return those that have a text.
-    std::vector<LanguageInfo> all() const;
+    std::vector<LanguageInfo> counts() const;
 
 private:
     using Code = std::uint64_t;

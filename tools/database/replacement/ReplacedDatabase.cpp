@@ -85,7 +85,7 @@ void ReplacedDatabase::hold()
     removeJournals();
 }
 
-/// @return false if somebody has come, and died, between the settling and the lock.
+/// @return false if another writer came, and died, between settle() and the lock.
 bool ReplacedDatabase::tryToHold(const Patience& patience)
 {
     using Lock = LockedFile::Lock;

@@ -19,8 +19,8 @@ public:
     /// @throws RefusedReplacement
     void settle();
 
-    /// Sees to it that nothing lies beside the file, nor comes there from now on: what is in WAL
-    /// mode leaves it, and until this object goes, nobody begins to write.
+    /// Removes what lies beside the file and keeps it away: a file in WAL mode leaves it, and no
+    /// other process can begin to write as long as this object lives.
     ///
     /// @throws RefusedReplacement if others have the file in use for more than a few seconds.
     void hold();

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Nothing is flushed, and no journal kept: until it is put in place, the file is nobody's. What
-/// SQLite would take from how it was built is said, so that all make the same file.
+/// Nothing is flushed, and no journal kept, since nobody uses the file before it is put in place.
+/// What would depend on how SQLite was built is set, so that every SQLite makes the same file.
 constexpr const char* SETTINGS =
     "PRAGMA page_size=4096; PRAGMA encoding='UTF-8'; PRAGMA auto_vacuum=NONE;"
     "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE";

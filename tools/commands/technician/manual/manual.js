@@ -22,7 +22,7 @@
 
   // Looks at each fault once.
   const filter = () => {
-    const wanted = folded(words.value).split(/\s+/).filter((word) => word);
+    const searchedWords = folded(words.value).split(/\s+/).filter((word) => word);
     const shown = new Set(languages.filter((box) => box.checked).map((box) => box.value));
     let found = 0;
     for (const fault of faults) {
@@ -33,7 +33,7 @@
         if (isShown) text += "\n" + one.text;
       }
       const isFound = (type.value === "" || type.value === "=" + fault.type) &&
-        wanted.every((word) => text.includes(word));
+        searchedWords.every((word) => text.includes(word));
       fault.article.hidden = !isFound;
       found += isFound;
     }
