@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/database.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -208,6 +209,17 @@ TEST(Output, PadsNoCellBeyond40ColumnsInAPipe)
                   "\n"
                   " 2              2            2  n" +
                   std::string(41, ' ') + "a                  b            c        r\n");
+}
+
+TEST(Output, ATableInAPipeTakesAtMostTwiceItsTexts)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database();
+    zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'");
+    runSql(file, "UPDATE descriptions SET remedy=hex(zeroblob(50000)) WHERE id=1");
+    const std::string columns = zav.run("texts --columns id,name,remedy " + file).output;
+    const std::string texts = zav.run("texts --format csv --columns id,name,remedy " + file).output;
+    EXPECT_LE(columns.size(), 2 * texts.size());
 }
 
 TEST(Output, BreaksNoWordOfTheSampleAt120Columns)
