@@ -1,3 +1,6 @@
+#include <malloc.h>
+#include <sqlite3.h>
+
 #include <exception>
 
 #include "commands/CommandLine.h"
@@ -18,10 +21,19 @@ ExitStatus run(int argc, char** argv, std::ostream& results)
     return status;
 }
 
+/// One thread needs no locks, and whoever frees a whole result need not wait for its smallest
+/// pieces to be joined at the end: together a tenth of the time that a long list takes.
+void setUpMemory()
+{
+    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
+    mallopt(M_MXFAST, 0);
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
+    setUpMemory();
     initTextWidth();
     LibraryLines libraryLines;
     ExitStatus status = ExitStatus::DONE;

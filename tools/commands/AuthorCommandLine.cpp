@@ -99,9 +99,7 @@ private:
         CLI::App* command = addFileCommand(
             "export", descriptionOf("export"),
             footer("  zav export faults.db sources\n", "something in the file that cannot travel"));
-        command->add_option("FOLDER", m_export.folder, "Where the sources are written")
-            ->required()
-            ->type_name("");
+        addFile(*command, "FOLDER", m_export.folder, "Where the sources are written");
         addFormat(*command, "table|json|csv");
         command->add_flag("--drop-own", m_export.dropsOwn,
                           "Leave your own columns, tables, indexes and views out");
@@ -118,12 +116,8 @@ private:
         CLI::App* command = addCommand("build", descriptionOf("build"),
                                        footer("  zav build sources faults.db --release 7\n",
                                               "mistakes in the sources, or findings in the file"));
-        command->add_option("FOLDER", m_build.folder, "The sources, as zav export writes them")
-            ->required()
-            ->type_name("");
-        command->add_option("FILE", m_build.target, "The database file to be made")
-            ->required()
-            ->type_name("");
+        addFile(*command, "FOLDER", m_build.folder, "The sources, as zav export writes them");
+        addFile(*command, "FILE", m_build.target, "The database file to be made");
         addFormat(*command, "table|json");
         command
             ->add_option_function<std::string>(
@@ -144,8 +138,8 @@ private:
         CLI::App* command = addCommand(
             "diff", descriptionOf("diff"),
             footer("  zav diff released.db faults.db --format markdown\n", "the files differ"));
-        command->add_option("OLD", m_diff.before, "The old file")->required()->type_name("");
-        command->add_option("NEW", m_diff.after, "The new file")->required()->type_name("");
+        addFile(*command, "OLD", m_diff.before, "The old file");
+        addFile(*command, "NEW", m_diff.after, "The new file");
         addDebug(*command);
         addFormat(*command, "table|json|csv|markdown");
         addNumbers(*command, "--code", m_diff.codes, "Only what is of this fault type")

@@ -220,7 +220,7 @@ private:
     {
         CLI::App* command =
             addCommand("check", "Find what would surprise an application", checkFooter());
-        command->add_option("FILE", m_check.files, "The database files")->required()->type_name("");
+        addFile(*command, "FILE", m_check.files, "The database files");
         addFormat(*command, "table|json|csv|sarif");
         command->add_flag("--all", "A line for each finding, rather than one for many");
         addChoice<Severity>(*command, "--fail-on", m_check.failOn, severities(),
@@ -244,7 +244,7 @@ private:
     void addInfo()
     {
         CLI::App* command = addCommand("info", "Say what a file is", exitStatuses());
-        command->add_option("FILE", m_info.files, "The database files")->required()->type_name("");
+        addFile(*command, "FILE", m_info.files, "The database files");
         addFormat(*command, "table|json|csv");
         addNumber<std::uint16_t>(*command, "--source", m_info.source,
                                  "Count the fault types whose name and description are those of "
@@ -261,10 +261,8 @@ private:
     {
         CLI::App* command = addCommand(
             "install", "Put a checked copy of a file in the place of another", installFooter());
-        command->add_option("NEW", m_install.source, "The new file")->required()->type_name("");
-        command->add_option("TARGET", m_install.target, "The file that it replaces")
-            ->required()
-            ->type_name("");
+        addFile(*command, "NEW", m_install.source, "The new file");
+        addFile(*command, "TARGET", m_install.target, "The file that it replaces");
         addFormat(*command, "table|json");
         addChoice<Severity>(
             *command, "--fail-on", m_install.failOn, severities(),

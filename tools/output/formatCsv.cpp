@@ -1,3 +1,4 @@
+#include "RowBlock.h"
 #include "formats.h"
 #include "text/TextWidth.h"
 #include "text/nullMark.h"
@@ -57,16 +58,16 @@ void writeCsv(const TableView& table, const Terminal& terminal, std::ostream& st
     for (const Table::Column& column : table.columns) {
         names.push_back(column.name);
     }
-    stream << renderCsvLine(names, terminal);
-    std::string line;
+    RowBlock block(stream);
+    std::string& lines = block.text();
+    lines = renderCsvLine(names, terminal);
     table.forEachRow([&](const TableView::Row& row) {
-        line.clear();
         for (const TableView::Cell& cell : row) {
-            appendCell(cell, terminal, line);
-            line += ',';
+            appendCell(cell, terminal, lines);
+            lines += ',';
         }
-        finish(line);
-        stream << line;
+        finish(lines);
+        block.endRow();
     });
 }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "RowBlock.h"
 #include "formats.h"
 #include "text/Utf8.h"
 #include "text/formatted.h"
@@ -75,7 +76,9 @@ bool isPlain(std::string_view text)
 void appendString(std::string_view text, std::string& json)
 {
     if (isPlain(text)) {
-        json.append(1, '"').append(text).append(1, '"');
+        json += '"';
+        json += text;
+        json += '"';
     } else {
         json += dumpJson(text);
     }
@@ -126,18 +129,21 @@ void writeJson(const TableView& table, std::ostream& stream)
     const std::vector<std::string> keys = keysOf(table);
     const std::string objectStart = jsonLineEnd(1) + '{';
     const std::string objectEnd = jsonLineEnd(1) + '}';
-    std::string json = "[";
+    RowBlock block(stream);
+    std::string& json = block.text();
+    const char* separator = "[";
     table.forEachRow([&](const TableView::Row& row) {
+        json += separator;
         json += objectStart;
         for (std::size_t i = 0; i < row.size(); ++i) {
             json += keys[i];
             appendValue(row[i], json);
         }
         json += objectEnd;
-        stream << json;
-        json = ",";
+        separator = ",";
+        block.endRow();
     });
-    stream << (json == "[" ? "[]\n" : "\n]\n");
+    json += *separator == '[' ? "[]\n" : "\n]\n";
 }
 
 nlohmann::ordered_json toJson(const Table& table)

@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <numeric>
 
+#include "RowBlock.h"
 #include "formats.h"
 #include "text/TextWidth.h"
+#include "text/Utf8.h"
 
 namespace {
 
@@ -14,7 +16,53 @@ constexpr std::size_t NARROWEST_VALUE = 10;  // beside the names of a record, ho
 
 using Lines = std::vector<std::string>;
 using Widths = std::vector<std::size_t>;
-using Looks = std::vector<Look>;
+
+/// A text that is safe to show, as long as what it is of.
+struct Shown {
+    std::string_view text;
+    std::size_t width;  ///< of the widest line
+    Look look;
+
+    bool hasLines() const { return text.find('\n') != std::string_view::npos; }
+};
+
+using ShownRow = std::vector<Shown>;
+
+/// Shows cells. Nearly all are safe as they are, and are not copied.
+class Showing {
+public:
+    explicit Showing(std::size_t columnCount) : m_made(columnCount), m_row(columnCount) {}
+
+    /// @return the cell, until the next one of the column.
+    Shown show(const TableView::Cell& cell, std::size_t column)
+    {
+        if (const auto* text = std::get_if<std::string_view>(&cell)) {
+            const std::size_t plain = utf8::plainLength(*text);
+            if (plain == text->size()) {
+                return {*text, plain, Look::PLAIN};
+            }
+            if (utf8::harmlessLength(*text) == text->size()) {
+                return {*text, displayWidth(*text), Look::PLAIN};
+            }
+        }
+        std::string& made = m_made[column];
+        made = printable(cellText(cell));
+        return {made, widestLine(made), isNull(cell) ? Look::FAINT : Look::PLAIN};
+    }
+
+    /// @return the cells, until the next row.
+    const ShownRow& show(const TableView::Row& row)
+    {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            m_row[i] = show(row[i], i);
+        }
+        return m_row;
+    }
+
+private:
+    Lines m_made;
+    ShownRow m_row;
+};
 
 std::string titleOf(const Table::Column& column)
 {
@@ -50,25 +98,6 @@ struct Layout {
     std::vector<Column> columns;
 };
 
-/// @return the cells, safe to show.
-Lines shownCells(const TableView::Row& row)
-{
-    Lines cells;
-    for (const TableView::Cell& cell : row) {
-        cells.push_back(printable(cellText(cell)));
-    }
-    return cells;
-}
-
-Looks looksOf(const TableView::Row& row)
-{
-    Looks looks;
-    for (const TableView::Cell& cell : row) {
-        looks.push_back(isNull(cell) ? Look::FAINT : Look::PLAIN);
-    }
-    return looks;
-}
-
 Layout layOut(const TableView& table, bool isWrapped)
 {
     Layout layout;
@@ -77,13 +106,17 @@ Layout layOut(const TableView& table, bool isWrapped)
         layout.columns.push_back(
             {title, column.kind == Table::Kind::NUMBER, 0, displayWidth(title)});
     }
+    Showing showing(table.columns.size());
     table.forEachRow([&](const TableView::Row& row) {
-        const Lines cells = shownCells(row);
-        for (std::size_t i = 0; i < cells.size(); ++i) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
             Layout::Column& column = layout.columns[i];
-            column.widest = std::max(column.widest, widestLine(cells[i]));
+            if (!isWrapped && column.widest >= WIDEST_PADDED) {
+                continue;
+            }
+            const Shown cell = showing.show(row[i], i);
+            column.widest = std::max(column.widest, cell.width);
             if (isWrapped) {
-                column.widestWord = std::max(column.widestWord, widestWord(cells[i]));
+                column.widestWord = std::max(column.widestWord, widestWord(cell.text));
             }
         }
     });
@@ -165,49 +198,51 @@ Widths chosenWidths(const Layout& layout, std::size_t available)
                : widths;
 }
 
-Lines wrappedCell(const std::string& cell, std::size_t width, const Terminal& terminal)
+Lines wrappedCell(const Shown& cell, std::size_t width, const Terminal& terminal)
 {
-    if (cell.find('\n') == std::string::npos &&
-        (terminal.width == Terminal::UNLIMITED || cell.size() <= width)) {
-        return {cell};
+    if (!cell.hasLines() && (terminal.width == Terminal::UNLIMITED || cell.width <= width)) {
+        return {std::string(cell.text)};
     }
-    return wrap(cell, terminal.width == Terminal::UNLIMITED ? Terminal::UNLIMITED : width);
+    return wrap(cell.text, terminal.width == Terminal::UNLIMITED ? Terminal::UNLIMITED : width);
 }
 
-bool hasLines(const std::string& cell)
+void appendLooking(const Shown& cell, const Terminal& terminal, std::string& text)
 {
-    return cell.find('\n') != std::string::npos;
+    if (terminal.hasColour) {
+        text += styled(cell.look, std::string(cell.text), terminal);
+    } else {
+        text += cell.text;
+    }
 }
 
 /// One line of a row.
-std::string renderLine(const Lines& texts, const Layout& layout, const Widths& widths,
-                       const Terminal& terminal, const Looks& looks)
+void appendLine(const ShownRow& cells, const Layout& layout, const Widths& widths,
+                const Terminal& terminal, std::string& text)
 {
-    std::string rendered;
     std::size_t pending = 0;  // blanks are written only once something follows them
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const std::size_t used = displayWidth(texts[i]);
-        const std::size_t blanks = widths[i] > used ? widths[i] - used : 0;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const std::size_t blanks = widths[i] > cells[i].width ? widths[i] - cells[i].width : 0;
         const bool isNumber = layout.columns[i].isNumber;
         pending += isNumber ? blanks : 0;
-        if (!texts[i].empty()) {
-            rendered.append(pending, ' ');
-            rendered += styled(looks[i], texts[i], terminal);
+        if (!cells[i].text.empty()) {
+            text.append(pending, ' ');
+            appendLooking(cells[i], terminal, text);
             pending = 0;
         }
         pending += (isNumber ? 0 : blanks) + GAP;
     }
-    rendered += '\n';
-    return rendered;
+    text += '\n';
 }
 
 /// One row of cells, each of which may take several lines.
-std::string renderRow(const Lines& cells, const Layout& layout, const Widths& widths,
-                      const Terminal& terminal, const Looks& looks)
+void appendRow(const ShownRow& cells, const Layout& layout, const Widths& widths,
+               const Terminal& terminal, std::string& text)
 {
     if (terminal.width == Terminal::UNLIMITED &&
-        std::none_of(cells.begin(), cells.end(), hasLines)) {
-        return renderLine(cells, layout, widths, terminal, looks);
+        std::none_of(cells.begin(), cells.end(),
+                     [](const Shown& cell) { return cell.hasLines(); })) {
+        appendLine(cells, layout, widths, terminal, text);
+        return;
     }
     std::vector<Lines> wrapped;
     std::size_t height = 0;
@@ -215,15 +250,14 @@ std::string renderRow(const Lines& cells, const Layout& layout, const Widths& wi
         wrapped.push_back(wrappedCell(cells[i], widths[i], terminal));
         height = std::max(height, wrapped.back().size());
     }
-    std::string rendered;
+    ShownRow ofLine = cells;
     for (std::size_t line = 0; line < height; ++line) {
-        Lines texts;
-        for (const Lines& lines : wrapped) {
-            texts.push_back(line < lines.size() ? lines[line] : "");
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            ofLine[i].text = line < wrapped[i].size() ? wrapped[i][line] : std::string_view();
+            ofLine[i].width = displayWidth(ofLine[i].text);
         }
-        rendered += renderLine(texts, layout, widths, terminal, looks);
+        appendLine(ofLine, layout, widths, terminal, text);
     }
-    return rendered;
 }
 
 std::string renderRule(const Widths& widths)
@@ -238,20 +272,23 @@ std::string renderRule(const Widths& widths)
 void writeColumns(const TableView& table, const Layout& layout, const Widths& widths,
                   const Terminal& terminal, std::ostream& stream)
 {
-    Lines titles;
+    ShownRow titles;
     for (const Layout::Column& column : layout.columns) {
-        titles.push_back(column.title);
+        titles.push_back({column.title, displayWidth(column.title), Look::STRONG});
     }
-    const Looks strong(titles.size(), Look::STRONG);
-    stream << renderRow(titles, layout, widths, terminal, strong) << renderRule(widths);
+    RowBlock block(stream);
+    appendRow(titles, layout, widths, terminal, block.text());
+    block.text() += renderRule(widths);
+    Showing showing(table.columns.size());
     table.forEachRow([&](const TableView::Row& row) {
-        stream << renderRow(shownCells(row), layout, widths, terminal, looksOf(row));
+        appendRow(showing.show(row), layout, widths, terminal, block.text());
+        block.endRow();
     });
 }
 
 /// The title, and the value beside it; below it where beside it there is too little room.
-std::string renderField(const std::string& title, std::size_t titleWidth, const std::string& value,
-                        Look look, const Terminal& terminal)
+std::string renderField(const std::string& title, std::size_t titleWidth, const Shown& value,
+                        const Terminal& terminal)
 {
     const bool isBeside = terminal.width >= titleWidth + GAP + NARROWEST_VALUE;
     const std::size_t indent = isBeside ? titleWidth + GAP : GAP;
@@ -261,8 +298,8 @@ std::string renderField(const std::string& title, std::size_t titleWidth, const 
         rendered += '\n';
         blanks = std::string(indent, ' ');
     }
-    for (const std::string& line : wrap(value, terminal.width - indent)) {
-        rendered += (line.empty() ? "" : blanks + styled(look, line, terminal)) + '\n';
+    for (const std::string& line : wrap(value.text, terminal.width - indent)) {
+        rendered += (line.empty() ? "" : blanks + styled(value.look, line, terminal)) + '\n';
         blanks = std::string(indent, ' ');
     }
     return rendered;
@@ -289,14 +326,14 @@ void writeRecords(const TableView& table, const Terminal& terminal, std::ostream
         titles.push_back(titleOf(column));
         titleWidth = std::max(titleWidth, displayWidth(titles.back()));
     }
+    Showing showing(table.columns.size());
     bool isFirst = true;
     table.forEachRow([&](const TableView::Row& row) {
         stream << (isFirst ? "" : "\n");
         isFirst = false;
-        const Lines cells = shownCells(row);
-        const Looks looks = looksOf(row);
+        const ShownRow& cells = showing.show(row);
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            stream << renderField(titles[i], titleWidth, cells[i], looks[i], terminal);
+            stream << renderField(titles[i], titleWidth, cells[i], terminal);
         }
     });
 }

@@ -1,6 +1,8 @@
 #include "Utf8.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 
 namespace utf8 {
@@ -33,6 +35,16 @@ bool isForbidden(char32_t codePoint, std::size_t length)
     constexpr char32_t SMALLEST[] = {0, 0, 0x80, 0x800, 0x10000};
     return codePoint < SMALLEST[length] || (codePoint >= 0xD800 && codePoint < 0xE000) ||
            codePoint > 0x10FFFF;
+}
+
+/// @return whether eight bytes are from 0x20 to 0x7E: in none is the highest bit set, nor is it
+///         after the smallest is taken from them or what is missing to it is added.
+bool areEightPlain(const char* bytes)
+{
+    constexpr std::uint64_t EACH = 0x0101010101010101;
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, bytes, sizeof(eight));
+    return ((eight | (eight - EACH * 0x20) | (eight + EACH)) & (EACH * 0x80)) == 0;
 }
 
 }  // namespace
@@ -141,6 +153,9 @@ bool isInvisible(char32_t codePoint)
 std::size_t plainLength(std::string_view text)
 {
     std::size_t length = 0;
+    while (length + sizeof(std::uint64_t) <= text.size() && areEightPlain(text.data() + length)) {
+        length += sizeof(std::uint64_t);
+    }
     while (length < text.size() && byteAt(text, length) >= 0x20 && byteAt(text, length) < 0x7F) {
         ++length;
     }

@@ -200,6 +200,25 @@ TEST(Damaged, IsAFileWithAWrongListOfFreePages)
     EXPECT_EQ(result.status, 1);
 }
 
+TEST(Damaged, IsAFileWithADamagedPageOfFreePages)
+{
+    const ZavCommand zav;
+    const std::string file = largeDatabase(zav);
+    const std::string whole = contents(file);
+    constexpr std::size_t FIRST_FREE_PAGE = 35;  // the last byte of its number in the header
+    constexpr std::size_t NEXT = 3;              // the last bytes of the numbers in that page
+    constexpr std::size_t COUNT = 7;
+    constexpr std::size_t FIRST_LEAF = 11;
+    const std::size_t start =
+        (static_cast<unsigned char>(whole[FIRST_FREE_PAGE]) - std::size_t{1}) * PAGE_SIZE;
+    for (const std::size_t offset : {NEXT, COUNT, FIRST_LEAF}) {
+        std::string damaged = whole;
+        damaged[start + offset] = static_cast<char>(damaged[start + offset] ^ 0x03);
+        setContents(file, damaged);
+        EXPECT_EQ(zav.run("check --only damaged " + file).status, 1) << offset;
+    }
+}
+
 TEST(Damaged, IsAFileWithAnyByteOfItsHeaderChangedOrElseItsQueriesWork)
 {
     const ZavCommand zav;
@@ -231,6 +250,7 @@ TEST(Damaged, QuotesSqlitesWords)
                            "source [damaged]\n"),
         std::string::npos)
         << result.output;
+    EXPECT_EQ(result.output.find("***"), std::string::npos) << result.output;
     EXPECT_EQ(result.status, 1);
 }
 

@@ -328,13 +328,17 @@ const Case CASES[] = {
      "and write a number rather than a text [inexact-number]\n"},
     {"FaultTypeAsATextThatTheLookupFinds", "UPDATE descriptions SET id_fault_type='1'", ""},
     {"NullFaultType", "UPDATE descriptions SET id_fault_type=NULL",
+     "descriptions, id_language: warning: 1: 1 of 1 fault types have no text in this "
+     "language: 1; add them [missing-language]\n"
      "descriptions id=1, id_fault_type: note: NULL: reads as 0, for what is not known; "
      "write the number once it is [null]\n"},
     {"FaultTypeThatIsNoNumber", "UPDATE descriptions SET id_fault_type='abc'",
      "descriptions id=1, id_fault_type: error: \"abc\": reads as 0; write a whole "
      "number from 0 to 65535 [not-a-number]\n"
      "descriptions id=1, id_fault_type: error: \"abc\": there is no fault type 0; add "
-     "it, or correct or delete the text [unknown-fault]\n"},
+     "it, or correct or delete the text [unknown-fault]\n"
+     "descriptions, id_language: warning: 1: 1 of 1 fault types have no text in this "
+     "language: 1; add them [missing-language]\n"},
     {"FaultTypeThatIsNoNumberWhereThereIsFaultType0",
      "UPDATE fault_type_definition SET code=0; UPDATE descriptions SET id_fault_type='abc'",
      "descriptions id=1, id_fault_type: error: \"abc\": reads as 0; write a whole "
@@ -372,6 +376,16 @@ const Case CASES[] = {
     {"MostTextsMissing", faultTypesUpTo(8) + secondLanguageFrom(8),
      "descriptions, id_language: warning: 2: 7 of 8 fault types have no text in this "
      "language: 1, 2, 3, ...; add them [missing-language]\n"},
+    {"LanguageWhoseTextsAreOfNoKnownFault",
+     "INSERT INTO descriptions VALUES(2,9,3,'n2','s','d','',''),(3,NULL,4,'n3','s','d','','')",
+     "descriptions id=2, id_fault_type: error: 9: there is no fault type 9; add it, or "
+     "correct or delete the text [unknown-fault]\n"
+     "descriptions, id_language: warning: 3: 1 of 1 fault types have no text in this "
+     "language: 1; add them [missing-language]\n"
+     "descriptions, id_language: warning: 4: 1 of 1 fault types have no text in this "
+     "language: 1; add them [missing-language]\n"
+     "descriptions id=3, id_fault_type: note: NULL: reads as 0, for what is not known; "
+     "write the number once it is [null]\n"},
     {"NoTextMissing", faultTypesUpTo(8) + secondLanguageFrom(1), ""},
     {"FaultTypesWithoutAnyText", "DELETE FROM descriptions", ""},
     {"DuplicateText", text("2", "1", "1"),

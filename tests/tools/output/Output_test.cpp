@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/database.h"
 #include "tools/ZavCommand.h"
 
 namespace {
@@ -109,6 +110,35 @@ TEST(Output, NeverSendsControlCharactersOrBrokenUtf8)
               "1,\\x1b[31m\\u009b\\u202e,A\uFFFD,0,0\n");
 }
 
+TEST(Output, EscapesACharacterWhereverItStands)
+{
+    struct Case {
+        std::string character;  ///< as an expression of SQL
+        std::string shown;
+    };
+    const Case cases[] = {
+        {"char(31)", R"(\x1f)"},
+        {"char(127)", R"(\x7f)"},
+        {"char(173)", R"(\u00ad)"},
+        {"' '", " "},
+        {"'~'", "~"},
+    };
+    for (const Case& row : cases) {
+        const ZavCommand zav;
+        const std::string file = zav.database(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<20)"
+            "INSERT INTO fault_type_definition SELECT i,"
+            "substr('abcdefghijklmnopqrst',1,i) || " +
+            row.character + " || substr('abcdefghijklmnopqrst',i+1) || '.','',0,0 FROM n");
+        std::string expected;
+        for (std::size_t i = 1; i <= 20; ++i) {
+            std::string text = "abcdefghijklmnopqrst.";
+            expected += text.insert(i, row.shown) + "\n";
+        }
+        EXPECT_EQ(zav.shell("zav faults --columns alias " + file + " | sed 1,2d").output, expected);
+    }
+}
+
 TEST(Output, QuotesCsvFieldsOnlyWhereNeeded)
 {
     const ZavCommand zav;
@@ -179,6 +209,17 @@ TEST(Output, PadsNoCellBeyond40ColumnsInAPipe)
                   "\n"
                   " 2              2            2  n" +
                   std::string(41, ' ') + "a                  b            c        r\n");
+}
+
+TEST(Output, ATableInAPipeTakesAtMostTwiceItsTexts)
+{
+    const ZavCommand zav;
+    const std::string file = zav.database();
+    zav.shell("sqlite3 -bail " + file + " <'" ZAV_SOURCE_DIR "/db/sample.sql'");
+    runSql(file, "UPDATE descriptions SET remedy=hex(zeroblob(50000)) WHERE id=1");
+    const std::string columns = zav.run("texts --columns id,name,remedy " + file).output;
+    const std::string texts = zav.run("texts --format csv --columns id,name,remedy " + file).output;
+    EXPECT_LE(columns.size(), 2 * texts.size());
 }
 
 TEST(Output, BreaksNoWordOfTheSampleAt120Columns)

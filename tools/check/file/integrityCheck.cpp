@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "sqlite/safety/hardening.h"
 
@@ -10,11 +11,14 @@ namespace {
 
 using Report = std::function<void(const std::string&)>;
 
+/// A row may hold several lines, of which the first names the database and no damage.
 int takeRow(void* report, int /*count*/, char** cells, char** /*names*/)
 {
-    const std::string words = cells[0] == nullptr ? "" : cells[0];
-    if (words != "ok") {
-        (*static_cast<const Report*>(report))(words);
+    std::istringstream lines(cells[0] == nullptr ? "" : cells[0]);
+    for (std::string line; std::getline(lines, line);) {
+        if (line != "ok" && line.rfind("*** in database ", 0) != 0) {
+            (*static_cast<const Report*>(report))(line);
+        }
     }
     return 0;
 }

@@ -24,6 +24,10 @@ LanguageCheck::LanguageCheck(const TableModel& descriptions, const CodeSet& code
 
 void LanguageCheck::read(const TableRow& row)
 {
+    const std::optional<std::uint64_t> language = row.number(m_languageColumn);
+    if (language) {
+        m_languagesOfRows.insert(static_cast<std::uint16_t>(*language));
+    }
     const std::optional<std::uint64_t> code = row.number(m_codeColumn);
     if (!code) {
         return;
@@ -34,7 +38,7 @@ void LanguageCheck::read(const TableRow& row)
             formatted("there is no fault type {}; add it, or correct or delete the text", *code)));
         return;
     }
-    if (const std::optional<std::uint64_t> language = row.number(m_languageColumn)) {
+    if (language) {
         m_texts.push_back({static_cast<std::uint16_t>(*language), static_cast<std::uint16_t>(*code),
                            static_cast<std::uint32_t>(row.number())});
     }
@@ -75,13 +79,7 @@ void LanguageCheck::readAgain(const TableRow& row)
 
 void LanguageCheck::checkLanguages()
 {
-    std::set<std::uint16_t> languages = m_languages;
-    if (languages.empty()) {
-        for (const Text& text : m_texts) {
-            languages.insert(languages.end(), text.language);
-        }
-    }
-    for (const std::uint16_t language : languages) {
+    for (const std::uint16_t language : m_languages.empty() ? m_languagesOfRows : m_languages) {
         checkLanguage(language);
     }
 }

@@ -41,6 +41,7 @@ private:
     const FindingSink& m_sink;
     const std::size_t m_codeColumn;
     const std::size_t m_languageColumn;
+    std::set<std::uint16_t> m_languagesOfRows;
     std::vector<Text> m_texts;  ///< once all are read, in the order of language, code and row
     std::vector<std::uint32_t> m_duplicates;
     std::size_t m_nextDuplicate = 0;

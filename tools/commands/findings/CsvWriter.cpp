@@ -1,19 +1,18 @@
 #include "CsvWriter.h"
 
 #include "findingText.h"
+#include "text/nullMark.h"
 
 namespace {
 
-constexpr const char* NOTHING = "\\N";
-
 std::string textOrNothing(const std::string& text)
 {
-    return text.empty() ? NOTHING : text;
+    return text.empty() ? NULL_MARK : withoutNullMark(text);
 }
 
 std::string textOf(const std::optional<RawCell>& value)
 {
-    return value && !value->isNull() ? value->bytes : NOTHING;
+    return value && !value->isNull() ? withoutNullMark(value->bytes) : NULL_MARK;
 }
 
 }  // namespace
@@ -29,7 +28,7 @@ void CsvWriter::add(const Finding& finding)
     const KindInfo& info = infoOf(finding.kind);
     m_output.printCsvLine({m_file, info.name, nameOf(info.severity), textOrNothing(finding.table),
                            textOrNothing(finding.row.keyColumn),
-                           finding.row.key ? std::to_string(*finding.row.key) : NOTHING,
+                           finding.row.key ? std::to_string(*finding.row.key) : NULL_MARK,
                            textOrNothing(finding.column), textOf(finding.value),
                            textOf(finding.delivered), messageOf(finding)});
 }

@@ -1,5 +1,6 @@
 #include "SarifWriter.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -55,6 +56,17 @@ std::string uriOf(const std::string& path)
     return uri;
 }
 
+std::vector<std::string> eachOnce(const std::vector<std::string>& files)
+{
+    std::vector<std::string> unique;
+    for (const std::string& file : files) {
+        if (std::find(unique.begin(), unique.end(), file) == unique.end()) {
+            unique.push_back(file);
+        }
+    }
+    return unique;
+}
+
 Json artifacts(const std::vector<std::string>& files)
 {
     auto list = Json::array();
@@ -104,7 +116,7 @@ std::string logicalName(const Finding& finding)
 }  // namespace
 
 SarifWriter::SarifWriter(Output& output, const std::vector<std::string>& files)
-    : m_output(output), m_files(files), m_results(output, RESULTS_DEPTH)
+    : m_output(output), m_files(eachOnce(files)), m_results(output, RESULTS_DEPTH)
 {
 }
 
@@ -126,7 +138,6 @@ void SarifWriter::begin()
 void SarifWriter::beginFile(const std::string& file)
 {
     m_file = file;
-    ++m_startedFiles;
 }
 
 void SarifWriter::add(const Finding& finding)
@@ -140,7 +151,8 @@ void SarifWriter::add(const Finding& finding)
     result["message"]["text"] = messageOf(finding);
     Json location;
     location["physicalLocation"]["artifactLocation"]["uri"] = uriOf(m_file);
-    location["physicalLocation"]["artifactLocation"]["index"] = m_startedFiles - 1;
+    location["physicalLocation"]["artifactLocation"]["index"] =
+        std::find(m_files.begin(), m_files.end(), m_file) - m_files.begin();
     location["physicalLocation"]["region"]["startLine"] = FIRST_LINE;
     if (!finding.table.empty()) {
         location["logicalLocations"] = {{{"fullyQualifiedName", logicalName(finding)}}};

@@ -19,8 +19,7 @@ public:
 
 private:
     Output& m_output;
-    const std::vector<std::string> m_files;
+    const std::vector<std::string> m_files;  ///< each once
     JsonList m_results;
-    std::size_t m_startedFiles = 0;
     std::string m_file;
 };

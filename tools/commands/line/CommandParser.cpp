@@ -68,7 +68,7 @@ CLI::App* CommandParser::addFileCommand(const std::string& name, const std::stri
                                         const std::string& footer)
 {
     CLI::App* command = addCommand(name, description, footer);
-    command->add_option("FILE", m_file, "The database file")->required()->type_name("");
+    addFile(*command, "FILE", m_file, "The database file");
     addDebug(*command);
     return command;
 }

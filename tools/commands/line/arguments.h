@@ -84,3 +84,17 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
     return app.add_option_function<std::string>(option, store, description)
         ->type_name(namesOf(choices));
 }
+
+/// A file or folder, or several, that have to be named: what a script leaves empty is a mistake.
+template <class Target>
+CLI::Option* addFile(CLI::App& app, const std::string& name, Target& target,
+                     const std::string& description)
+{
+    const auto refuseEmpty = [](const std::string& file) {
+        return std::string(file.empty() ? "is empty" : "");
+    };
+    return app.add_option(name, target, description)
+        ->required()
+        ->type_name("")
+        ->check(refuseEmpty, "");
+}

@@ -393,6 +393,24 @@ TEST(CheckCommand, WritesWholeValuesAsCsv)
             "(\"\"id_fault_type\"\");\"\r\n");
 }
 
+TEST(CheckCommand, TellsNullFromTheTextsInCsv)
+{
+    const ZavCommand zav;
+    zav.database(CLEAN + R"(
+        UPDATE descriptions SET name=NULL, comment='\N''';
+        UPDATE fault_type_definition SET alias='\N';
+        INSERT INTO fault_type_definition VALUES(2,'\N','b',0,0))");
+    EXPECT_EQ(inFolder(zav,
+                       "zav check --format csv --only null --only quote --only duplicate-alias "
+                       "faults.db | cut -d, -f2,7-9")
+                  .output,
+              "kind,column,value,delivered\n"
+              R"(duplicate-alias,alias,\\N,\\N
+null,name,\N,n/a
+quote,comment,\N',\N'
+)");
+}
+
 TEST(CheckCommand, AdviceOfColumnsAndIndexWorks)
 {
     for (const std::string damage : {"ALTER TABLE descriptions DROP COLUMN remedy",
