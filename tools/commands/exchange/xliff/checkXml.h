@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// What a text must not exceed to be read.
-constexpr std::size_t MOST_XML_BYTES = std::size_t{256} << 20U;
+constexpr std::size_t MOST_XML_BYTES = std::size_t{128} << 20U;
 constexpr std::size_t MOST_XML_DEPTH = 100;
 constexpr std::size_t MOST_XML_NODES = 4'000'000;  ///< elements and attributes
 

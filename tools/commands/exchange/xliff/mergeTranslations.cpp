@@ -172,7 +172,7 @@ private:
             add(unit, formatted("the target has {}, but the source has {}; use the same",
                                 shownPlaceholders(unit.target), shownPlaceholders(unit.source)));
         } else {
-            set(target, unit.target);
+            set(source, target, unit.target);
         }
     }
 
@@ -182,22 +182,35 @@ private:
         return found == m_rows.end() ? "" : m_content.texts[found->second][place.position].bytes;
     }
 
-    void set(const Place& place, const std::string& text)
+    /// @param source  which is there.
+    void set(const Place& source, const Place& target, const std::string& text)
     {
-        const std::string before = textAt(place);
+        const std::string before = textAt(target);
         if (before == text) {
             return;
         }
         ++(before.empty() ? m_merged.added : m_merged.changed);
         const auto [found, isNew] =
-            m_rows.emplace(keyOf(place.code, place.language), m_content.texts.size());
+            m_rows.emplace(keyOf(target.code, target.language), m_content.texts.size());
         if (isNew) {
-            StoredRow row(SourceTable::ofTexts().columns.size() + 1);
-            row[StoredFile::CODE] = RawCell::ofNumber(place.code);
-            row[StoredFile::LANGUAGE] = RawCell::ofNumber(place.language);
-            m_content.texts.push_back(std::move(row));
+            const std::size_t original = m_rows.at(keyOf(source.code, source.language));
+            m_content.texts.push_back(untranslated(m_content.texts[original], target.language));
         }
-        m_content.texts[found->second][place.position] = RawCell::ofText(text);
+        m_content.texts[found->second][target.position] = RawCell::ofText(text);
+    }
+
+    /// What shows nothing in the original shows nothing in the translation; what is still to be
+    /// translated is not known.
+    static StoredRow untranslated(const StoredRow& original, std::uint16_t language)
+    {
+        StoredRow row = original;
+        row[StoredFile::LANGUAGE] = RawCell::ofNumber(language);
+        row[commentPosition()] = RawCell::ofText("");
+        for (const TranslatedField& field : translatedFields()) {
+            RawCell& cell = row[field.position];
+            cell = cell.bytes.empty() ? cell : RawCell();
+        }
+        return row;
     }
 
     const std::string& m_name;
