@@ -207,7 +207,7 @@ def main():
             + "\n\n"
             + bounded_section(runs),
             "## The four reads\n\n" + reads_section(runs),
-            "## Growth\n\n![Time to read all descriptions](benchmarks.svg)\n\n"
+            "## Growth\n\n"
             + growth_section(runs),
             "## Opening, first read, lookup by index\n\n" + others_section(runs),
             "## Statement texts\n\n" + statement_section(runs),

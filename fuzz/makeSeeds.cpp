@@ -41,6 +41,23 @@ const std::vector<Named> SOURCES = {
     {"mistakes", "code,name\r\n1,a\"b\r\n2,\"a\"b\r\n3,a\rb\r\n4,\"a\r\n"},
 };
 
+const std::vector<Named> TRANSLATIONS = {
+    {"plain",
+     R"(<?xml version="1.0" encoding="UTF-8"?><xliff version="1.2"><file original="a;from=1;to=3">)"
+     R"(<body><trans-unit id="1/name" xml:space="preserve"><source>a &amp; b</source>)"
+     R"(<target state="translated">c&#13; d</target><note from="alias">E</note></trans-unit>)"
+     R"(</body></file></xliff>)"},
+    {"other-tools",
+     R"(<n:xliff version='1.1'><n:file original=";from=1;to=3"><n:body><n:group><n:trans-unit id='')"
+     R"( ><n:source> <!-- c --><![CDATA[<]]></n:source><n:target/></n:trans-unit></n:group>)"
+     R"(</n:body></n:file></n:xliff>)"},
+    {"mistakes",
+     R"(<xliff version="1.2"><file original="a;from=1;to=3"><body><trans-unit><source><g>a</g>)"
+     R"(</source></trans-unit></body></file><file/></xliff>)"},
+    {"doctype", R"(<!DOCTYPE a [<!ENTITY b "&b;&b;">]><a>&b;</a>)"},
+    {"references", R"(<a b="&lt;&#60;&#x3c;">&gt;&apos;&quot;&nbsp;&#0;</a>)"},
+};
+
 /// Statements that make one database each.
 const std::vector<Named> DATABASES = {
     {"plain", "PRAGMA page_size=512;" + schemaSql() + ROWS},
@@ -98,6 +115,10 @@ int main(int argc, char** argv)
     for (const auto& [name, text] : SOURCES) {
         std::filesystem::create_directories(folder / "csv");
         setContents(folder / "csv" / name, text);
+    }
+    for (const auto& [name, text] : TRANSLATIONS) {
+        std::filesystem::create_directories(folder / "xliff");
+        setContents(folder / "xliff" / name, text);
     }
     for (const auto& [name, sql] : DATABASES) {
         std::filesystem::create_directories(folder / "databaseFile");

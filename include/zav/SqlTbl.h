@@ -28,8 +28,8 @@
 /// | any other                                    | empty                    | the same     |
 ///
 /// A "VARCHAR" column of a built-in kind is read as a `std::string`, whichever kind it is: bind a
-/// number to "INTEGER". A column without a field has the value `'null'` in a "VARCHAR" column and
-/// `0` in an "INTEGER" one.
+/// number to "INTEGER". A column without a field has the value <code>'null'</code> in a "VARCHAR"
+/// column and `0` in an "INTEGER" one.
 ///
 /// @tparam T  the record type: default-constructible and copyable.
 /// @note Not safe for concurrent use, and neither copied nor moved: the columns point into the

@@ -33,7 +33,7 @@ TEST(Completion, OffersWhatFits)
     const Case cases[] = {
         {"zav \"\"",
          "--format --debug --help --version faults fault texts sql check info install search html "
-         "export build diff help"},
+         "export build diff translate merge help"},
         {"zav fa", "faults fault"},
         {"zav --format \"\"", "table json csv"},
         {"zav --format = j", "json"},
@@ -66,6 +66,13 @@ TEST(Completion, OffersWhatFits)
         {"zav build folder --release \"\"", ""},
         {"zav build --force folder o", "other.db"},
         {"zav build --format \"\"", "table json"},
+        {"zav translate faults.db --to 3", "30"},
+        {"zav translate faults.db --mi", "--missing"},
+        {"zav translate faults.db \"\"", ""},
+        {"zav merge faults.db a", "a.txt"},
+        {"zav merge --drop-own faults.db a.txt o", "other.db"},
+        {"zav merge faults.db a.txt other.db \"\"", ""},
+        {"zav merge --format \"\"", "table json"},
         {"zav faults --f", "--format"},
         {"zav faults fau", "faults.db"},
         {"zav texts --l", "--language"},
@@ -114,7 +121,7 @@ TEST(Manual, NamesAllOptionsAndCommands)
         zav.shell("{ zav --help; zav texts --help; zav sql --help; zav check "
                   "--help; zav info --help; zav install --help; zav export "
                   "--help; zav build --help; zav html --help; zav search --help; zav diff "
-                  "--help; } | grep -oE '^  (-h,)?[a-z-]+'"
+                  "--help; zav translate --help; zav merge --help; } | grep -oE '^  (-h,)?[a-z-]+'"
                   " | sed 's/-h,//'")
             .output);
     const std::string manual = zav.shell("groff -mandoc -Tascii -P-cbou " + MANUAL).output;

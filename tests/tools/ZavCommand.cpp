@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr const char* AUTHOR_COMMANDS = "search|html|export|build|diff";
+constexpr const char* AUTHOR_COMMANDS = "search|html|export|build|diff|translate|merge";
 
 std::string withoutCarriageReturns(const std::string& text)
 {

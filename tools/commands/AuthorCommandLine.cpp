@@ -6,6 +6,8 @@
 #include "author/BuildCommand.h"
 #include "author/DiffCommand.h"
 #include "author/ExportCommand.h"
+#include "author/MergeCommand.h"
+#include "author/TranslateCommand.h"
 #include "line/CommandParser.h"
 #include "line/arguments.h"
 #include "line/authorCommands.h"
@@ -26,6 +28,8 @@ public:
         addExport();
         addBuild();
         addDiff();
+        addTranslate();
+        addMerge();
         addHelp();
     }
 
@@ -158,6 +162,93 @@ private:
         });
     }
 
+    void addTranslate()
+    {
+        CLI::App* command = addFileCommand(
+            "translate", descriptionOf("translate"),
+            footer("  zav translate faults.db --from 1 --to 3 --names 1=en,3=fr >french.xlf\n",
+                   "a text that XML cannot hold, or something in the file that cannot travel"));
+        addNumber<std::uint16_t>(*command, "--from", m_translate.from,
+                                 "The language that is translated")
+            ->required()
+            ->type_name("LANGUAGE");
+        addNumber<std::uint16_t>(*command, "--to", m_translate.to,
+                                 "The language that it is translated into")
+            ->required()
+            ->type_name("LANGUAGE");
+        command->add_flag("--missing", m_translate.isMissingOnly, "Only what has no translation");
+        const auto store = [this](const std::vector<std::string>& pairs) {
+            for (const std::string& pair : pairs) {
+                addName(pair);
+            }
+        };
+        command
+            ->add_option_function<std::vector<std::string>>(
+                "--names", store, "What translators call the languages; x-1 and x-3 unless given")
+            ->delimiter(',')
+            ->type_name("1=en,3=fr")
+            ->allow_extra_args(false);
+        command->callback([this] {
+            refuseGeneral("--format", "zav translate writes nothing but XLIFF");
+            if (m_translate.from == m_translate.to) {
+                throw CLI::ValidationError("--to", "is the language of --from");
+            }
+            runOnDatabase(Format::TABLE,
+                          [request = m_translate](const Database& database, Output& output) {
+                              return runTranslate(database, request, output);
+                          });
+        });
+    }
+
+    void addName(const std::string& pair)
+    {
+        const std::size_t equals = std::min(pair.find('='), pair.size());
+        const auto language = numberFrom<std::uint16_t>(pair.substr(0, equals), "--names");
+        const std::string name = pair.substr(std::min(equals + 1, pair.size()));
+        constexpr const char* IN_NAMES =
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-";
+        if (name.empty() || name.find_first_not_of(IN_NAMES) != std::string::npos) {
+            throw CLI::ValidationError(
+                "--names", formatted(R"("{}" is no name of a language, such as 1=en)", pair));
+        }
+        if (!m_translate.names.emplace(language, name).second) {
+            throw CLI::ValidationError("--names",
+                                       formatted("language {} has a name already", language));
+        }
+    }
+
+    void addMerge()
+    {
+        CLI::App* command =
+            addCommand("merge", descriptionOf("merge"),
+                       footer("  zav merge faults.db french.xlf new.db\n",
+                              "mistakes in the translations, or findings in the file"));
+        command->add_option("FILE", m_merge.file, "The database file")->required()->type_name("");
+        command
+            ->add_option("TRANSLATIONS", m_merge.translations,
+                         "What zav translate has written, and a translator filled in")
+            ->required()
+            ->type_name("");
+        command->add_option("NEW", m_merge.target, "The database file to be made")
+            ->required()
+            ->type_name("");
+        addFormat(*command, "table|json");
+        command
+            ->add_option_function<std::string>(
+                "--release",
+                [this](const std::string& text) { m_merge.release = releaseFrom(text); },
+                "The release number; that of FILE unless given")
+            ->type_name("N");
+        command->add_flag("--drop-own", m_merge.dropsOwn,
+                          "Leave your own columns, tables, indexes and views out");
+        command->add_flag("--force", m_merge.isForced, "Replace a file that is there already");
+        command->callback([this] {
+            refuseGeneral("--debug", "zav merge keeps the library silent");
+            m_request = {recordFormat(),
+                         [request = m_merge](Output& output) { return runMerge(request, output); }};
+        });
+    }
+
     static std::int32_t releaseFrom(const std::string& text)
     {
         constexpr std::int32_t LARGEST = std::numeric_limits<std::int32_t>::max();
@@ -180,6 +271,8 @@ private:
     ExportRequest m_export;
     BuildRequest m_build;
     DiffRequest m_diff;
+    TranslateRequest m_translate;
+    MergeRequest m_merge;
 };
 
 }  // namespace

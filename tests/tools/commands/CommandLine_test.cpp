@@ -104,6 +104,8 @@ Subcommands:
   export                      Write a file as text that lives in version control
   build                       Make a file of such text
   diff                        Show what a new file changes
+  translate                   Write the texts of a language for a translator, as XLIFF
+  merge                       Make a copy of a file with what the translator wrote
   help                        Print the help of a command
 
 Examples:
@@ -119,6 +121,8 @@ Examples:
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
   zav diff released.db faults.db                    what the new file changes
+  zav translate faults.db --from 1 --to 3 >fr.xlf   what a translator fills in
+  zav merge faults.db fr.xlf new.db                 a copy with the translations
 
 zav help COMMAND tells what a command takes.
 

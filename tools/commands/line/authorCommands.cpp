@@ -38,6 +38,8 @@ const std::vector<AuthorCommand>& authorCommands()
         {"export", "Write a file as text that lives in version control"},
         {"build", "Make a file of such text"},
         {"diff", "Show what a new file changes"},
+        {"translate", "Write the texts of a language for a translator, as XLIFF"},
+        {"merge", "Make a copy of a file with what the translator wrote"},
     };
     return commands;
 }

@@ -21,6 +21,8 @@ constexpr const char* EXAMPLES = R"(Examples:
   zav export faults.db sources                      as text for version control
   zav build sources faults.db --release 5           a file of such text
   zav diff released.db faults.db                    what the new file changes
+  zav translate faults.db --from 1 --to 3 >fr.xlf   what a translator fills in
+  zav merge faults.db fr.xlf new.db                 a copy with the translations
 
 zav help COMMAND tells what a command takes.
 

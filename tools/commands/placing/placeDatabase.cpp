@@ -69,10 +69,14 @@ OldDatabase oldOf(Replacement& replacement)
     return old;
 }
 
-void printForPeople(const std::string& target, const OldDatabase& old, const FileInfo& newInfo,
+void printForPeople(const Placing& placing, const OldDatabase& old, const FileInfo& newInfo,
                     Output& output)
 {
-    Table table = {{{"file", Kind::TEXT}}, {{target}}};
+    Table table = {{{"file", Kind::TEXT}}, {{placing.target}}};
+    for (const auto& [name, count] : placing.counts()) {
+        table.columns.push_back({name, Kind::NUMBER});
+        table.rows.front().emplace_back(count);
+    }
     const std::vector<InfoText> texts = infoTexts(newInfo);
     const std::vector<InfoText> oldTexts =
         old.info ? infoTexts(*old.info) : std::vector<InfoText>();
@@ -85,16 +89,18 @@ void printForPeople(const std::string& target, const OldDatabase& old, const Fil
     output.printRecords(table);
 }
 
-void print(const std::string& target, const OldDatabase& old, const FileInfo& newInfo,
-           Output& output)
+void print(const Placing& placing, const OldDatabase& old, const FileInfo& newInfo, Output& output)
 {
     if (output.format() == Format::JSON) {
-        nlohmann::ordered_json object = {{"file", target}};
+        nlohmann::ordered_json object = {{"file", placing.target}};
+        for (const auto& [name, count] : placing.counts()) {
+            object[name] = count;
+        }
         object["old"] = old.info ? toJson(*old.info) : nlohmann::ordered_json();
         object["new"] = toJson(newInfo);
         output.printJson(object);
     } else {
-        printForPeople(target, old, newInfo, output);
+        printForPeople(placing, old, newInfo, output);
     }
 }
 
@@ -109,7 +115,7 @@ void place(const Placing& placing, Output& output)
     const OldDatabase old = oldOf(replacement);
     placing.compare(newInfo, old);
     replacement.putInPlace();
-    print(placing.target, old, newInfo, output);
+    print(placing, old, newInfo, output);
 }
 
 }  // namespace
@@ -129,5 +135,12 @@ ExitStatus placeDatabase(const Placing& placing, Output& output)
         return refuse(refusal, ExitStatus::UNREADABLE);
     } catch (const UnreadableFile& refusal) {
         return refuse(refusal, ExitStatus::UNREADABLE);
+    }
+}
+
+void refuseExisting(Replacement& replacement, const Placing& placing, bool isForced)
+{
+    if (replacement.replaced().exists() && !isForced) {
+        throw RefusedReplacement(placing.target + ": is there already; --force replaces it");
     }
 }
