@@ -192,9 +192,9 @@ private:
             }
             takeTo("?>");
         } else if (skip("</")) {
-            close();
+            takeEnd();
         } else {
-            open();
+            takeStart();
         }
     }
 
@@ -210,7 +210,7 @@ private:
         return m_text.substr(begin, m_position - begin);
     }
 
-    void open()
+    void takeStart()
     {
         if (m_open.empty() && m_hasRoot) {
             fail("a second element stands beside the outermost one");
@@ -255,7 +255,7 @@ private:
         }
     }
 
-    void close()
+    void takeEnd()
     {
         const string_view name = takeName();
         skipSpace();
