@@ -82,7 +82,7 @@ TEST(CommandLine, HelpNamesCommandsOptionsAndExamples)
 {
     const ZavCommand zav;
     const CommandResult result = zav.run("--help");
-    EXPECT_EQ(result.output, R"(Looks at a database of fault definitions.
+    EXPECT_EQ(result.output, R"(Shows, makes, checks and installs a database of fault definitions.
 Usage: zav [OPTIONS] SUBCOMMAND
 
 Options:
