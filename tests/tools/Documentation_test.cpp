@@ -45,6 +45,9 @@ TEST(Completion, OffersWhatFits)
         {"zav fault faults.db E1", "E12"},
         {"zav faults faults.db --columns \"\"", "code alias type bug clear_after_cycle_nr"},
         {"zav texts faults.db --columns a", "alias"},
+        {"zav fault faults.db 7 --columns \"\"",
+         "code alias type bug clear_after_cycle_nr id id_fault_type id_language name "
+         "short_description description comment remedy"},
         {"zav texts --st", "--stored"},
         {"zav fault faults.db 1", "12"},
         {"zav texts faults.db --code \"\"", "7 12"},

@@ -38,7 +38,7 @@ private:
     {
         CLI::App* command = addFileCommand(
             "search", descriptionOf("search"),
-            footer("  zav search faults.db door open --language 1\n", "nothing has all words"));
+            footer("zav search faults.db door open --language 1", "nothing has all words"));
         command->add_option("WORD", m_search.words, "What a fault type must have, all of them")
             ->required()
             ->type_name("");
@@ -80,9 +80,10 @@ private:
 
     void addHtml()
     {
-        CLI::App* command = addFileCommand(
-            "html", descriptionOf("html"),
-            footer("  zav html faults.db --language 1 --title Press >manual.html\n", ""));
+        CLI::App* command =
+            addFileCommand("html", descriptionOf("html"),
+                           footer("zav html faults.db --language 1 --title Press >manual.html",
+                                  "a language in which there is no text"));
         addNumbers(*command, "--language", m_html.languages,
                    "Only the texts in this language; may be repeated")
             ->type_name("LANGUAGE");
@@ -102,7 +103,7 @@ private:
     {
         CLI::App* command = addFileCommand(
             "export", descriptionOf("export"),
-            footer("  zav export faults.db sources\n", "something in the file that cannot travel"));
+            footer("zav export faults.db sources", "something in the file that cannot travel"));
         addFile(*command, "FOLDER", m_export.folder, "Where the sources are written");
         addFormat(*command, "table|json|csv");
         command->add_flag("--drop-own", m_export.dropsOwn,
@@ -118,7 +119,7 @@ private:
     void addBuild()
     {
         CLI::App* command = addCommand("build", descriptionOf("build"),
-                                       footer("  zav build sources faults.db --release 7\n",
+                                       footer("zav build sources faults.db --release 7",
                                               "mistakes in the sources, or findings in the file"));
         addFile(*command, "FOLDER", m_build.folder, "The sources, as zav export writes them");
         addFile(*command, "FILE", m_build.target, "The database file to be made");
@@ -141,14 +142,16 @@ private:
     {
         CLI::App* command = addCommand(
             "diff", descriptionOf("diff"),
-            footer("  zav diff released.db faults.db --format markdown\n", "the files differ"));
+            footer("zav diff released.db faults.db --format markdown", "the files differ"));
         addFile(*command, "OLD", m_diff.before, "The old file");
         addFile(*command, "NEW", m_diff.after, "The new file");
         addDebug(*command);
         addFormat(*command, "table|json|csv|markdown");
-        addNumbers(*command, "--code", m_diff.codes, "Only what is of this fault type")
+        addNumbers(*command, "--code", m_diff.codes,
+                   "Only what is of this fault type; may be repeated")
             ->type_name("CODE");
-        addNumbers(*command, "--language", m_diff.languages, "Only the texts in this language")
+        addNumbers(*command, "--language", m_diff.languages,
+                   "Only the texts in this language; may be repeated")
             ->type_name("LANGUAGE");
         command->callback([this] {
             m_diff.format = valueNamed<DiffFormat>({{"table", DiffFormat::LINES},
@@ -166,8 +169,8 @@ private:
     {
         CLI::App* command = addFileCommand(
             "translate", descriptionOf("translate"),
-            footer("  zav translate faults.db --from 1 --to 3 --names 1=en,3=fr >french.xlf\n",
-                   "a text that XML cannot hold, or something in the file that cannot travel"));
+            footer("zav translate faults.db --from 1 --to 3 --names 1=en,3=fr >french.xlf",
+                   "no text in the language, or something in the file that cannot travel"));
         addNumber<std::uint16_t>(*command, "--from", m_translate.from,
                                  "The language that is translated")
             ->required()
@@ -221,7 +224,7 @@ private:
     {
         CLI::App* command =
             addCommand("merge", descriptionOf("merge"),
-                       footer("  zav merge faults.db french.xlf new.db\n",
+                       footer("zav merge faults.db french.xlf new.db",
                               "mistakes in the translations, or findings in the file"));
         command->add_option("FILE", m_merge.file, "The database file")->required()->type_name("");
         command
@@ -258,12 +261,6 @@ private:
                 "--release", formatted(R"("{}" is no number from 0 to {})", text, LARGEST));
         }
         return static_cast<std::int32_t>(number);
-    }
-
-    /// With an example.
-    static std::string footer(const std::string& example, const std::string& foundNothing)
-    {
-        return "Example:\n" + example + "\n" + exitStatuses(foundNothing);
     }
 
     SearchRequest m_search;

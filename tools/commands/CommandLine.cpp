@@ -108,7 +108,9 @@ public:
 private:
     void addFaults()
     {
-        CLI::App* command = addFileCommand("faults", "Show all fault types", exitStatuses());
+        CLI::App* command =
+            addFileCommand("faults", "Show all fault types",
+                           footer("zav faults faults.db --stored --columns code,alias"));
         addListing(*command, faultTypeModel().columnNames());
         command->callback([this] {
             runOnDatabase(listingFormat(),
@@ -122,7 +124,8 @@ private:
     {
         CLI::App* command =
             addFileCommand("fault", "Show one fault type, with its texts",
-                           exitStatuses("no fault type, or several, of the code or alias"));
+                           footer("zav fault faults.db DOOR_OPEN --language 1",
+                                  "no fault type, or several, of the code or alias"));
         command
             ->add_option("CODE|ALIAS", m_code,
                          "Code of the fault type, 0 to 65535; or its alias, in any letter case")
@@ -159,7 +162,8 @@ private:
     void addTexts()
     {
         CLI::App* command = addFileCommand("texts", "Show the texts of fault types",
-                                           exitStatuses("no text has the code and language"));
+                                           footer("zav texts faults.db --language 2 --format csv",
+                                                  "no text has the code and language"));
         addListing(*command, textsColumns());
         addNumbers(*command, "--code", m_texts.codes,
                    "Only those of this fault type; may be repeated")
@@ -194,7 +198,8 @@ private:
         const Choices<Statement> statements = {{"insert", Statement::INSERT},
                                                {"update", Statement::UPDATE}};
         CLI::App* command =
-            addFileCommand("sql", "Write the statement of every row, to be run", exitStatuses());
+            addFileCommand("sql", "Write the statement of every row, to be run",
+                           footer("zav sql faults.db insert | sqlite3 -bail copy.db"));
         command->add_option("STATEMENT", m_statement, "The kind of statement")
             ->required()
             ->type_name(namesOf(statements));
@@ -243,7 +248,8 @@ private:
 
     void addInfo()
     {
-        CLI::App* command = addCommand("info", "Say what a file is", exitStatuses());
+        CLI::App* command =
+            addCommand("info", "Say what a file is", footer("zav info faults.db --source 1"));
         addFile(*command, "FILE", m_info.files, "The database files");
         addFormat(*command, "table|json|csv");
         addNumber<std::uint16_t>(*command, "--source", m_info.source,

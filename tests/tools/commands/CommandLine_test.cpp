@@ -82,7 +82,7 @@ TEST(CommandLine, HelpNamesCommandsOptionsAndExamples)
 {
     const ZavCommand zav;
     const CommandResult result = zav.run("--help");
-    EXPECT_EQ(result.output, R"(Looks at a database of fault definitions.
+    EXPECT_EQ(result.output, R"(Shows, makes, checks and installs a database of fault definitions.
 Usage: zav [OPTIONS] SUBCOMMAND
 
 Options:
@@ -188,6 +188,9 @@ Options:
   --code CODE ...             Only those of this fault type; may be repeated
   --language LANGUAGE ...     Only those in this language; may be repeated
 
+Example:
+  zav texts faults.db --language 2 --format csv
+
 Exit status: 0 done, 1 no text has the code and language, 2 wrong usage, 3 the
 file cannot be read or the output cannot be written.
 )");
@@ -195,6 +198,8 @@ file cannot be read or the output cannot be written.
          {"faults", "fault", "texts", "sql", "check", "info", "install"}) {
         const CommandResult result = zav.run(command + " --help");
         EXPECT_NE(result.output.find("Usage: zav " + command), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find("\nExample:\n  zav " + command), std::string::npos)
+            << result.output;
         EXPECT_NE(result.output.find("\nExit status: 0 "), std::string::npos) << result.output;
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(zav.run("help " + command).output, result.output);

@@ -41,6 +41,10 @@ Translation translationFor(const Database& database, const TranslateRequest& req
 {
     const StoredFile content = readStored(database);
     refuseObstacles(database.file(), rowObstacles(content));
+    if (!hasTextIn(request.from, content)) {
+        throw UnfitFile(
+            formatted("{}: no text has the language {}", database.file(), request.from));
+    }
     const std::string original = std::filesystem::path(database.file()).filename().string();
     Translation translation =
         translationOf(content, {original, languageFrom(request.from, request),

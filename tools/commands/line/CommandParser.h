@@ -69,6 +69,6 @@ private:
     std::vector<std::string> optionNames() const;
     std::string whereHelpIs() const;
 
-    CLI::App m_app{"Looks at a database of fault definitions.", "zav"};
+    CLI::App m_app{"Shows, makes, checks and installs a database of fault definitions.", "zav"};
     std::string m_helpTopic;
 };

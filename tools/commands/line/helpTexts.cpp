@@ -33,6 +33,18 @@ std::string paragraph(const std::string& text)
     return listed(wrap(text, WIDTH), "\n");
 }
 
+std::string exitStatuses(const std::string& foundNothing)
+{
+    const std::string one = foundNothing.empty() ? "" : ", 1 " + foundNothing;
+    return paragraph("Exit status: 0 done" + one +
+                     ", 2 wrong usage, 3 the file cannot be read or the output cannot be written.");
+}
+
+std::string exampleOf(const std::string& example)
+{
+    return "Example:\n  " + example + "\n\n";
+}
+
 }  // namespace
 
 std::string generalFooter()
@@ -40,11 +52,9 @@ std::string generalFooter()
     return EXAMPLES + exitStatuses("not found or findings");
 }
 
-std::string exitStatuses(const std::string& foundNothing)
+std::string footer(const std::string& example, const std::string& foundNothing)
 {
-    const std::string one = foundNothing.empty() ? "" : ", 1 " + foundNothing;
-    return paragraph("Exit status: 0 done" + one +
-                     ", 2 wrong usage, 3 the file cannot be read or the output cannot be written.");
+    return exampleOf(example) + exitStatuses(foundNothing);
 }
 
 std::string checkFooter()
@@ -53,17 +63,17 @@ std::string checkFooter()
     for (const KindInfo& info : allKinds()) {
         text += formatted("  {:<21} {:<8} {}\n", info.name, nameOf(info.severity), info.help);
     }
-    return text + "\n" +
+    return text + "\n" + exampleOf("zav check --languages 1,2,3 faults.db") +
            paragraph(
                "Exit status: 0 nothing from --fail-on up, 1 findings, 2 wrong usage, 3 a file "
-               "cannot "
-               "be read or the output cannot be written; of several files, the worst one.");
+               "cannot be read or the output cannot be written; of several files, the worst one.");
 }
 
 std::string installFooter()
 {
-    return paragraph(
-        "Exit status: 0 the new file is there for good, 1 refused for what the new file is, 2 "
-        "wrong "
-        "usage, 3 it could not be done; with 1 to 3, the old file is as it was.");
+    return exampleOf("zav install faults.db /data/faults.db") +
+           paragraph(
+               "Exit status: 0 the new file is there for good, 1 refused for what the new file "
+               "is, 2 wrong usage, 3 it could not be done; with 1 to 3, the old file is as it "
+               "was.");
 }

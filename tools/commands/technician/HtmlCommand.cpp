@@ -1,6 +1,5 @@
 #include "HtmlCommand.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "manual/page.h"
 #include "text/formatted.h"
 #include "text/html.h"
+#include "text/message.h"
 
 namespace {
 
@@ -137,7 +137,7 @@ public:
     {
         std::set<std::pair<std::int64_t, std::string>> languages;
         for (const StoredRow& row : content.texts) {
-            if (isWanted(row)) {
+            if (isInOneOf(m_request.languages, row)) {
                 languages.insert(keyOf(row[StoredFile::LANGUAGE]));
             }
         }
@@ -162,20 +162,11 @@ public:
     }
 
 private:
-    bool isWanted(const StoredRow& text) const
-    {
-        return m_request.languages.empty() ||
-               std::any_of(m_request.languages.begin(), m_request.languages.end(),
-                           [&](std::uint16_t language) {
-                               return std::to_string(language) == text[StoredFile::LANGUAGE].bytes;
-                           });
-    }
-
     std::string sections(const Entry& entry) const
     {
         std::string html;
         for (const StoredRow* text : entry.texts) {
-            html += isWanted(*text) ? section(*text) : "";
+            html += isInOneOf(m_request.languages, *text) ? section(*text) : "";
         }
         return html;
     }
@@ -215,6 +206,12 @@ private:
 ExitStatus runHtml(const Database& database, const HtmlRequest& request, Output& output)
 {
     const StoredFile content = readStored(database);
+    for (const std::uint16_t language : request.languages) {
+        if (!hasTextIn(language, content)) {
+            printMessage(formatted("{}: no text has the language {}", database.file(), language));
+            return ExitStatus::NOT_FOUND_OR_FINDINGS;
+        }
+    }
     const std::string title = request.title.empty()
                                   ? std::filesystem::path(database.file()).filename().string()
                                   : request.title;

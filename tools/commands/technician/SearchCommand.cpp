@@ -64,7 +64,7 @@ public:
     {
         std::multimap<std::string, const StoredRow*> texts;
         for (const StoredRow& text : content.texts) {
-            if (isWantedLanguage(text[StoredFile::LANGUAGE])) {
+            if (isInOneOf(m_request.languages, text)) {
                 texts.emplace(text[StoredFile::CODE].bytes, &text);
             }
         }
@@ -106,14 +106,6 @@ private:
                 columns.push_back({i, rankOf(all[i].name)});
             }
         }
-    }
-
-    bool isWantedLanguage(const RawCell& language) const
-    {
-        return m_request.languages.empty() ||
-               std::any_of(
-                   m_request.languages.begin(), m_request.languages.end(),
-                   [&](std::uint16_t number) { return std::to_string(number) == language.bytes; });
     }
 
     static std::vector<Field> fieldsOf(const StoredRow& row, const Columns& columns)

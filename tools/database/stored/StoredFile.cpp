@@ -1,5 +1,6 @@
 #include "StoredFile.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "readingStored.h"
@@ -32,4 +33,18 @@ StoredFile readStored(const Database& database)
     return readingStored(database, [](const RawDatabase& raw) {
         return StoredFile{readTable(raw, faultTypeModel()), readTable(raw, descriptionsModel())};
     });
+}
+
+bool isInOneOf(const std::set<std::uint16_t>& languages, const StoredRow& text)
+{
+    return languages.empty() ||
+           std::any_of(languages.begin(), languages.end(), [&](std::uint16_t language) {
+               return std::to_string(language) == text[StoredFile::LANGUAGE].bytes;
+           });
+}
+
+bool hasTextIn(std::uint16_t language, const StoredFile& content)
+{
+    return std::any_of(content.texts.begin(), content.texts.end(),
+                       [&](const StoredRow& text) { return isInOneOf({language}, text); });
 }

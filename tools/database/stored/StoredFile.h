@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,11 @@ struct StoredFile {
     std::vector<StoredRow> faultTypes;  ///< by code, then by what else they hold
     std::vector<StoredRow> texts;       ///< by code, then language, then what else they hold
 };
+
+/// @param languages  empty: all.
+bool isInOneOf(const std::set<std::uint16_t>& languages, const StoredRow& text);
+
+bool hasTextIn(std::uint16_t language, const StoredFile& content);
 
 /// @throws UnreadableFile
 StoredFile readStored(const Database& database);

@@ -135,6 +135,15 @@ TEST_F(Translate, SaysWhichRowsCannotTravel)
     EXPECT_EQ(result.status, 1);
 }
 
+TEST_F(Translate, RefusesALanguageWithoutTexts)
+{
+    m_zav.database(ROWS);
+    const CommandResult result = translate("--from 9 --to 3");
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "zav: not translated: faults.db: no text has the language 9\n");
+    EXPECT_EQ(result.status, 1);
+}
+
 TEST_F(Translate, RefusesArgumentsThatMakeNoSense)
 {
     const std::pair<const char*, const char*> cases[] = {

@@ -108,13 +108,23 @@ TEST_F(Html, TakesLanguagesAndATitle)
               "<section data-language=\"10\">\n");
 }
 
+TEST_F(Html, RefusesALanguageWithoutTexts)
+{
+    const CommandResult result =
+        m_zav.shell("cd " + m_zav.file("") + "; zav html faults.db --language 1 --language 9");
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "zav: faults.db: no text has the language 9\n");
+    EXPECT_EQ(result.status, 1);
+}
+
 TEST_F(Html, GivesEachFaultALinkOfItsOwn)
 {
     runSql(m_zav.file("faults.db"),
            "DROP TABLE fault_type_definition;"
            "CREATE TABLE fault_type_definition(code,alias,type,bug,clear_after_cycle_nr);"
-           "INSERT INTO fault_type_definition(code, alias) VALUES(5,'a'),(5,'b'),('x','c')");
-    EXPECT_EQ(page("--language 9", "grep -oE 'id=\"[x0-9-]+\"|#[x0-9-]+\"'"),
+           "INSERT INTO fault_type_definition(code, alias) VALUES(5,'a'),(5,'b'),('x','c');"
+           "DELETE FROM descriptions");
+    EXPECT_EQ(page("", "grep -oE 'id=\"[x0-9-]+\"|#[x0-9-]+\"'"),
               "id=\"5\"\n#5\"\nid=\"5-2\"\n#5-2\"\nid=\"x\"\n#x\"\n");
 }
 
