@@ -1,5 +1,7 @@
 #include "FileCode.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +15,9 @@ constexpr std::uint32_t MOST_NODES = 100000;
 /// One for the query, the others for views, common table expressions and generated columns that
 /// build on each other.
 constexpr std::uint32_t MOST_LEVELS = 17;
+
+/// Tokens and pieces looked at, which takes a tenth of a second.
+constexpr std::uint32_t MOST_WORK = 1000000;
 
 /// Terms of a compound query. SQLite itself allows some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
@@ -41,6 +46,9 @@ constexpr const char* OPERATORS =
 /// Bytes that a query of one table by one column has at the most. A query that could do harm is
 /// longer, or calls a function.
 constexpr int LONGEST_PLAIN_QUERY = 100;
+
+/// Begins the name of a table that tells what a pragma does.
+constexpr char PRAGMA[] = "pragma_";
 
 /// SQLite refuses its JSON functions in a schema, but not these tables.
 constexpr const char* JSON_TABLES = " json_each json_tree ";
@@ -168,10 +176,13 @@ private:
     void takeClause();
     void takeName();
     void addPiecesNamed(const SqlToken& name);
-    void addShadows();
     void addPiece(Piece& piece);
     void addPart(CompileCost& part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
+    bool goesOn() const
+    {
+        return m_scope->cost.nodes <= MOST_NODES && ++m_code.m_work <= MOST_WORK;
+    }
     bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
@@ -190,10 +201,7 @@ private:
 CompileCost FileCode::Reckoning::total()
 {
     open(m_piece.isQuery, true);
-    if (m_code.m_hadMemory && !m_piece.isQuery && !m_piece.isLocal) {
-        addShadows();
-    }
-    while (m_code.m_hadMemory && m_scope->cost.nodes <= MOST_NODES && m_tokens.advance()) {
+    while (m_code.m_hadMemory && goesOn() && m_tokens.advance()) {
         if (m_tokens.opens()) {
             open(m_tokens.opensQuery(), m_tokens.opensDefinition());
         } else if (!m_tokens.closes()) {
@@ -205,7 +213,7 @@ CompileCost FileCode::Reckoning::total()
     while (m_scope != nullptr) {
         close();
     }
-    if (++m_cost.levels > MOST_LEVELS) {
+    if (++m_cost.levels > MOST_LEVELS || m_code.m_work > MOST_WORK) {
         m_cost.nodes = MOST_NODES + 1;
     }
     return m_cost;
@@ -225,7 +233,8 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     scope->isDefinition = isDefinition;
     if (m_scope != nullptr && !isQuery) {
         scope->isInFrom = m_scope->isInFrom;
-        scope->isInCondition = m_scope->isInCondition;
+        scope->isInCondition =
+            m_scope->isInCondition || (m_scope->isInFrom && m_tokens.opensArguments());
     }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
@@ -289,12 +298,16 @@ void FileCode::Reckoning::takeClause()
 {
     const SqlToken& token = m_tokens.now();
     if (token.isOneOf(" from join ")) {
-        m_scope->isInFrom = true;
+        m_scope->isInFrom = !m_tokens.comparesDistinct();
+        m_scope->isInCondition = false;
         m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
-    } else if (!token.isSymbol(',') && !token.isOneOf(" as on using when then else ")) {
+    } else if (token.isOneOf(" on using ")) {
+        m_scope->isInCondition = true;
+    } else if (token.isSymbol(',')) {
+        m_scope->isInCondition = m_scope->isInCondition && !m_scope->isQuery;
+    } else if (!token.isOneOf(" as distinct when then else ")) {
         m_scope->isInFrom = false;
     }
-    m_scope->isInCondition = token.isOneOf(" on using ");
 }
 
 void FileCode::Reckoning::takeName()
@@ -305,8 +318,10 @@ void FileCode::Reckoning::takeName()
         return;
     }
     const SqlToken& token = m_tokens.now();
-    const bool isInList = token.kind == SqlToken::NUMBER && !m_scope->isQuery;
-    const bool isName = token.kind != SqlToken::STRING && !m_tokens.isFunction();
+    const bool isInList =
+        token.kind == SqlToken::NUMBER && !m_scope->isQuery && !m_tokens.isAlone();
+    const bool isName =
+        (token.kind != SqlToken::STRING || m_tokens.isQualified()) && !m_tokens.isFunction();
     if (isName && !isInList && namesColumns()) {
         m_scope->names.add(token);  // a number names a column, too, in ORDER BY
     }
@@ -315,25 +330,14 @@ void FileCode::Reckoning::takeName()
 
 void FileCode::Reckoning::addPiecesNamed(const SqlToken& name)
 {
-    // SQLite compiles every view to list all tables.
-    const bool meansAll = name.isOneOf(" table_list pragma_table_list ");
+    // SQLite compiles every view to list all tables, any view that a pragma is asked about, and
+    // what a virtual table names in its own words.
+    const bool meansAll = sqlite3_strnicmp(name.text, PRAGMA, sizeof(PRAGMA) - 1) == 0 ||
+                          name.isIn(" table_list virtual ");
     Piece* piece = meansAll ? m_code.m_pieces.begin() : m_code.firstNamed(name);
     while (piece != m_code.m_pieces.end() && (meansAll || piece->name.compare(name) == 0) &&
-           m_scope->cost.nodes <= MOST_NODES) {
+           goesOn()) {
         addPiece(*piece++);
-    }
-}
-
-/// A virtual table reads its rows from tables that are named after it, or from what else has these
-/// names.
-void FileCode::Reckoning::addShadows()
-{
-    const SqlToken& name = m_piece.name;
-    for (Piece* piece = m_code.firstNamed(name);
-         piece != m_code.m_pieces.end() && piece->name.beginsWith(name); ++piece) {
-        if (piece->name.text[name.length] == '_') {
-            addPiece(*piece);
-        }
     }
 }
 
@@ -374,7 +378,7 @@ void FileCode::Reckoning::endTerm()
     scope.nodesBefore = cappedNodes(scope.nodesBefore + std::uint64_t{std::max(copies, 1U)} *
                                                             scope.terms * scope.cost.nodes);
     scope.termsBefore = std::min(scope.termsBefore + scope.terms, MOST_TERMS);
-    if (scope.outer != nullptr && !scope.isDefinition) {
+    if (scope.outer != nullptr && !(scope.isDefinition && scope.isQuery)) {
         scope.outer->names.add(scope.names);
     }
     scope.names = {};
@@ -438,7 +442,7 @@ void FileCode::addObject(const char* statement)
     const SqlToken name = tokens.now();
     while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
     }
-    addPiece({name, statement, isView ? tokens.next().text : statement, nullptr, false, isView});
+    addPiece({name, statement, isView ? tokens.behindNow() : statement, nullptr, false, isView});
 }
 
 void FileCode::addPiece(const Piece& piece)
@@ -462,7 +466,7 @@ void FileCode::addDefinitions(const char* statement)
             }
             scope = {{},
                      statement,
-                     tokens.next().text,
+                     tokens.behindNow(),
                      nullptr,
                      tokens.opensDefinition(),
                      tokens.opensQuery()};

@@ -51,12 +51,6 @@ bool SqlToken::isOneOf(const char* words) const
     return kind == NAME && isIn(words);
 }
 
-bool SqlToken::beginsWith(const SqlToken& other) const
-{
-    return length >= other.length &&
-           sqlite3_strnicmp(text, other.text, static_cast<int>(other.length)) == 0;
-}
-
 int SqlToken::compare(const SqlToken& other) const
 {
     const std::size_t common = length < other.length ? length : other.length;

@@ -18,8 +18,6 @@ struct SqlToken {
     /// The same for keywords, which a quoted name never is.
     bool isOneOf(const char* words) const;
 
-    bool beginsWith(const SqlToken& other) const;
-
     /// Compares the texts as SQLite compares names, in any letter case.
     /// @return below, equal to or above 0, as this text stands before, at or after the other.
     int compare(const SqlToken& other) const;
@@ -37,12 +35,24 @@ public:
 
     const SqlToken& now() const { return m_now; }
     const SqlToken& next() const { return m_next; }
+    const char* behindNow() const { return m_now.text + m_now.length; }  ///< of no quoted name
 
     bool opens() const { return m_now.isSymbol('('); }
     bool closes() const { return m_now.isSymbol(')'); }
     bool isQualifier() const { return m_next.isSymbol('.'); }
+    bool isQualified() const { return m_last.isSymbol('.'); }
+    bool isAlone() const { return m_last.isSymbol('(') && m_next.isSymbol(')'); }
     bool isAlias() const { return m_last.isOneOf(" as "); }
     bool isFunction() const { return m_next.isSymbol('('); }
+
+    /// The parenthesis behind a name other than a keyword that a table follows.
+    bool opensArguments() const
+    {
+        return m_last.kind != SqlToken::SYMBOL && !m_last.isOneOf(" from join ");
+    }
+
+    /// The FROM of `IS DISTINCT FROM`.
+    bool comparesDistinct() const { return m_last.isOneOf(" distinct "); }
 
     /// The parenthesis of `name AS (...)` and of `name AS MATERIALIZED (...)`, which is how a
     /// common table expression is written, and a generated column.
