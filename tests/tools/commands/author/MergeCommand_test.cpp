@@ -158,8 +158,8 @@ TEST_F(Merge, FindsAllMistakesAtOnce)
             "4: name: there is no fault type \"name\"",
             std::string("5: 12: there is no field \"\"; translated are ") +
                 "name, short_description, description, remedy",
-            "6: 12/comment: there is no field \"comment\"; translated are name, short_description, "
-            "description, remedy",
+            std::string("6: 12/comment: there is no field \"comment\"; translated are ") +
+                "name, short_description, description, remedy",
             "7: 70000/name: there is no fault type \"70000\"",
             R"(8: 12/name: the source is "gate", but the file has "door"; translate that)",
             R"(9: 7/description: the source is "gone", but the file has none; translate that)",
