@@ -156,20 +156,20 @@ TEST_F(Merge, FindsAllMistakesAtOnce)
             "14: 7/name: the target holds an element, x; only text is taken",
             "3: 99/name: there is no fault type \"99\"",
             "4: name: there is no fault type \"name\"",
-            "5: 12: there is no field \"\"; translated are name, short_description, description, "
-            "remedy",
-            "6: 12/comment: there is no field \"comment\"; translated are name, short_description, "
-            "description, remedy",
+            std::string("5: 12: there is no field \"\"; translated are ") +
+                "name, short_description, description, remedy",
+            std::string("6: 12/comment: there is no field \"comment\"; translated are ") +
+                "name, short_description, description, remedy",
             "7: 70000/name: there is no fault type \"70000\"",
             R"(8: 12/name: the source is "gate", but the file has "door"; translate that)",
             R"(9: 7/description: the source is "gone", but the file has none; translate that)",
-            "10: 12/description: the target has no placeholder, but the source has %d; use the "
-            "same",
+            std::string("10: 12/description: the target has no placeholder, but the source ") +
+                "has %d; use the same",
             "11: 7/remedy: the target has %s, but the source has no placeholder; use the same",
             "12: 7/remedy: stands in line 11 already",
             "13: 7/short_description: the source is \"..." + source.substr(0, 20) +
                 "z\", but the file has \"..." + source.substr(0, 20) + "y\"; translate that",
-            "14: 7/name: the source is \"\", but the file has \"motor\"; translate that",
+            R"(14: 7/name: the source is "", but the file has "motor"; translate that)",
         });
 }
 
