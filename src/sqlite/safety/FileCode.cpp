@@ -16,9 +16,6 @@ constexpr std::uint32_t MOST_NODES = 100000;
 /// build on each other.
 constexpr std::uint32_t MOST_LEVELS = 17;
 
-/// Tokens and pieces looked at, which takes a tenth of a second.
-constexpr std::uint32_t MOST_WORK = 1000000;
-
 /// Terms of a compound query. SQLite itself allows some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
 
@@ -179,10 +176,7 @@ private:
     void addPiece(Piece& piece);
     void addPart(CompileCost& part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
-    bool goesOn() const
-    {
-        return m_scope->cost.nodes <= MOST_NODES && ++m_code.m_work <= MOST_WORK;
-    }
+    bool goesOn() const { return m_scope->cost.nodes <= MOST_NODES; }
     bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
@@ -213,7 +207,7 @@ CompileCost FileCode::Reckoning::total()
     while (m_scope != nullptr) {
         close();
     }
-    if (++m_cost.levels > MOST_LEVELS || m_code.m_work > MOST_WORK) {
+    if (++m_cost.levels > MOST_LEVELS) {
         m_cost.nodes = MOST_NODES + 1;
     }
     return m_cost;
@@ -233,8 +227,7 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     scope->isDefinition = isDefinition;
     if (m_scope != nullptr && !isQuery) {
         scope->isInFrom = m_scope->isInFrom;
-        scope->isInCondition =
-            m_scope->isInCondition || (m_scope->isInFrom && m_tokens.opensArguments());
+        scope->isInCondition = m_scope->isInCondition;
     }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
@@ -298,7 +291,7 @@ void FileCode::Reckoning::takeClause()
 {
     const SqlToken& token = m_tokens.now();
     if (token.isOneOf(" from join ")) {
-        m_scope->isInFrom = !m_tokens.comparesDistinct();
+        m_scope->isInFrom = true;
         m_scope->isInCondition = false;
         m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
     } else if (token.isOneOf(" on using ")) {

@@ -68,7 +68,6 @@ private:
 
     SqliteList<char> m_statements;  ///< those that hold code, each with its NUL
     SqliteList<Piece> m_pieces;     ///< in the order of their names, once finished
-    std::uint32_t m_work = 0;       ///< tokens and pieces looked at to reckon a query
     bool m_takesPart = false;
     bool m_hadMemory = true;
 };

@@ -45,15 +45,6 @@ public:
     bool isAlias() const { return m_last.isOneOf(" as "); }
     bool isFunction() const { return m_next.isSymbol('('); }
 
-    /// The parenthesis behind a name other than a keyword that a table follows.
-    bool opensArguments() const
-    {
-        return m_last.kind != SqlToken::SYMBOL && !m_last.isOneOf(" from join ");
-    }
-
-    /// The FROM of `IS DISTINCT FROM`.
-    bool comparesDistinct() const { return m_last.isOneOf(" distinct "); }
-
     /// The parenthesis of `name AS (...)` and of `name AS MATERIALIZED (...)`, which is how a
     /// common table expression is written, and a generated column.
     bool opensDefinition() const { return opens() && m_last.isOneOf(" as materialized "); }
