@@ -230,6 +230,71 @@ TEST_F(Hardening, ViewsAreReadUpToSixteenHigh)
     EXPECT_EQ(query(m_db, "SELECT name FROM v17"), "1: the query is too complex");
 }
 
+/// A way to name a column, as SQLite understands it, after its table's alias "a".
+struct Naming {
+    const char* name;
+    const char* before;
+    const char* each;
+    const char* after;
+};
+
+class Doubling : public Hardening, public testing::WithParamInterface<Naming> {};
+
+TEST_P(Doubling, ViewIsRefusedHoweverItNamesTheColumn)
+{
+    constexpr int HEIGHT = 10;
+    std::string sql = "CREATE VIEW v0 AS SELECT name AS x FROM descriptions;";
+    for (int i = 1; i <= HEIGHT; ++i) {
+        sql +=
+            "CREATE VIEW v" + std::to_string(i) + " AS SELECT " + GetParam().before +
+            repeated(GetParam().each, 6, GetParam().name == std::string("Ordinal") ? "," : "||") +
+            GetParam().after;
+        sql.replace(sql.rfind("BELOW"), 5, "v" + std::to_string(i - 1));
+        sql += ";";
+    }
+    openWithSql(sql);
+    EXPECT_EQ(query(m_db, "SELECT count(x) FROM v10"), "1: the query is too complex");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Hardening, Doubling,
+    testing::Values(
+        Naming{"Plain", "", "x", " AS x FROM BELOW a"},
+        Naming{"Text", "", "a.'x'", " AS x FROM BELOW a"},
+        Naming{"InAConditionsArguments", "a.x AS x FROM BELOW a JOIN descriptions d ON max(1, ",
+               "a.x", ")"},
+        Naming{"InAConditionsCase", "a.x AS x FROM BELOW a JOIN descriptions d ON CASE WHEN ",
+               "a.x", " THEN 1 END"},
+        Naming{"Ordinal", "x FROM BELOW a ORDER BY ", "(1)", ""},
+        Naming{"InAWindow", "count(*) OVER w AS x FROM BELOW a WINDOW w AS (ORDER BY ", "x", ")"}),
+    nameOf<Naming>);
+
+TEST_F(Hardening, GeneratedColumnIsReckonedFromAQuotedNameOn)
+{
+    std::string sql = "CREATE TABLE t(c0";
+    for (int i = 1; i <= 20; ++i) {
+        sql += ", c" + std::to_string(i) + " AS (\"c0\" || c" + std::to_string(i - 1) + ")";
+    }
+    openWithSql(sql + "); CREATE TABLE u(c0, c1 AS (\"c0\" || c0)); INSERT INTO u VALUES('a')");
+    EXPECT_EQ(query(m_db, "SELECT c1 FROM u"), "c1|aa");
+    EXPECT_EQ(query(m_db, "SELECT c20 FROM t"), "1: the query is too complex");
+}
+
+TEST_F(Hardening, PragmaOfAViewIsReckonedAsTheView)
+{
+    openWithSql(viewsOver(17));
+    EXPECT_EQ(query(m_db, "SELECT name FROM pragma_table_info('v' || '17')"),
+              "1: the query is too complex");
+}
+
+TEST_F(Hardening, VirtualTableIsReckonedWithEveryView)
+{
+    openWithSql(viewsOver(16) +
+                "CREATE VIEW \"a b\" AS SELECT * FROM v16;"
+                "CREATE VIRTUAL TABLE t USING fts4(name, content=a b)");
+    EXPECT_EQ(query(m_db, "SELECT name FROM t WHERE docid=1"), "1: the query is too complex");
+}
+
 TEST_F(Hardening, ViewsMayHaveAHundredColumns)
 {
     openWithSql("CREATE VIEW most AS SELECT " + repeated("name", 100, ",") +
