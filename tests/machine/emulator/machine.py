@@ -106,8 +106,9 @@ class Machine:
     def kill(self):
         """Cuts the power. Returns the lines that had been written, and not been read yet."""
         self._process.kill()
-        rest = self._pending + self._process.stdout.read()
+        rest = self._held.encode() + self._pending + self._process.stdout.read()
         self._pending = b""
+        self._held = ""
         self._process.wait()
         self._folder.cleanup()
         return rest.decode(errors="replace").splitlines()
@@ -158,14 +159,14 @@ class Machine:
         end = f"--- end of command {self._commands}: "
         self._send(f"{{ {command}\n}} </dev/null 2>&1; status=$?; echo; echo '{end}'$status\n")
         deadline = time.monotonic() + seconds
-        last = None  # held back: the line end before the end is ours
         while True:
             line = self._read_line(deadline, command)
+            last, self._held = self._held, line
             if line.startswith(end):
                 break
-            if last is not None:
+            if last:
                 yield last
-            last = line
+        self._held = ""
         if last and last != "\n":
             yield last.removesuffix("\n")
         yield int(line.removeprefix(end))
