@@ -68,6 +68,7 @@ class Machine:
         self._console = os.path.join(self._folder.name, "console")
         self._monitor = os.path.join(self._folder.name, "monitor")
         self._pending = b""
+        self._held = ""  # a line that has been read: the line end before a command's end is ours
         self._answer = collections.deque(maxlen=LAST_LINES)
         self._commands = 0
         command = _base_command(room, memory) + [
