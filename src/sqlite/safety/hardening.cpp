@@ -41,7 +41,7 @@ constexpr int USUAL_DEPTH = 4;
 constexpr std::size_t STACK_OF_READING = 5UL * 1024;
 
 /// Of an expression in the schema, per operator.
-constexpr std::size_t STACK_OF_DEPTH = 110;
+constexpr std::size_t STACK_OF_DEPTH = 130;
 
 /// Longer than the statements with which SQLite makes its schema table and reads it.
 constexpr int LINE = 80;
