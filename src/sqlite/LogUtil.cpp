@@ -22,14 +22,14 @@ void writeLine(const char* severity, const char* component, const char* function
                const std::string& message)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
-    beginLine(severity, component, function) << message << std::endl;
+    std::endl(beginLine(severity, component, function) << message);
 }
 
 void writeLine(const char* severity, const char* component, const char* function,
                const char* message, const char* second, const char* third, const char* last)
 {
     const std::lock_guard<std::mutex> lock(logMutex);
-    beginLine(severity, component, function) << message << second << third << last << std::endl;
+    std::endl(beginLine(severity, component, function) << message << second << third << last);
 }
 
 }  // namespace LogUtil

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "logLine.h"
@@ -73,7 +74,7 @@ int Sqlite3Db::openDb(const std::string& path, bool readOnly)
     if (m_pDb != nullptr) {
         return -1;
     }
-    const bool isFile = path != MEMORY;
+    const bool isFile = std::string_view(path) != MEMORY;
     const char* const refusal = isFile ? refusalOf(path) : nullptr;
     if (refusal != nullptr) {
         return fail(SQLITE_CANTOPEN, refusal);

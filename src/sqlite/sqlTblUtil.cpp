@@ -1,6 +1,7 @@
 #include "zav/sqlTblUtil.h"
 
 #include <stdexcept>
+#include <string_view>
 
 #include "logLine.h"
 #include "zav/detail/tableParts.h"
@@ -10,6 +11,11 @@ namespace {
 constexpr const char* KEY = "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
 constexpr const char* TEXT = "VARCHAR";
 constexpr const char* NUMBER = "INTEGER";
+
+bool is(const std::string& sqlType, const char* other)
+{
+    return std::string_view(sqlType) == other;
+}
 
 /// A text column of any built-in kind is bound to a string. Without a field it reads null, a text
 /// quoted like any other, not a database null.
@@ -67,17 +73,17 @@ std::string numberText(unsigned long long number)
 
 bool isKey(const std::string& sqlType)
 {
-    return sqlType == KEY;
+    return is(sqlType, KEY);
 }
 
 bool takesValue(const std::string& sqlType)
 {
-    return sqlType == TEXT || sqlType == NUMBER;
+    return is(sqlType, TEXT) || is(sqlType, NUMBER);
 }
 
 std::string literal(const std::string& sqlType, const std::string& text)
 {
-    return sqlType == TEXT ? std::string("'").append(text).append("'") : text;
+    return is(sqlType, TEXT) ? std::string("'").append(text).append("'") : text;
 }
 
 std::string valueText(const std::string& sqlType, std::uint32_t kind, const void* field)
@@ -88,7 +94,7 @@ std::string valueText(const std::string& sqlType, std::uint32_t kind, const void
     if (!takesValue(sqlType)) {
         return "";
     }
-    return literal(sqlType, sqlType == TEXT ? textValue(field) : numberValue(kind, field));
+    return literal(sqlType, is(sqlType, TEXT) ? textValue(field) : numberValue(kind, field));
 }
 
 void warnIfNotBound(const void* field, const std::string& columnName)
@@ -117,8 +123,8 @@ void decodeField(std::uint32_t kind, void* field, char** cell)
 
 void eraseLastSeparator(std::string& list)
 {
-    const std::string::size_type comma = list.rfind(',');
-    if (comma == std::string::npos) {
+    const std::size_t comma = std::string_view(list).rfind(',');
+    if (comma == std::string_view::npos) {
         throw std::out_of_range("basic_string::erase");
     }
     list.erase(comma);

@@ -236,6 +236,7 @@ struct Naming {
     const char* before;
     const char* each;
     const char* after;
+    const char* separator = "||";
 };
 
 class Doubling : public Hardening, public testing::WithParamInterface<Naming> {};
@@ -245,10 +246,8 @@ TEST_P(Doubling, ViewIsRefusedHoweverItNamesTheColumn)
     constexpr int HEIGHT = 10;
     std::string sql = "CREATE VIEW v0 AS SELECT name AS x FROM descriptions;";
     for (int i = 1; i <= HEIGHT; ++i) {
-        sql +=
-            "CREATE VIEW v" + std::to_string(i) + " AS SELECT " + GetParam().before +
-            repeated(GetParam().each, 6, GetParam().name == std::string("Ordinal") ? "," : "||") +
-            GetParam().after;
+        sql += "CREATE VIEW v" + std::to_string(i) + " AS SELECT " + GetParam().before +
+               repeated(GetParam().each, 6, GetParam().separator) + GetParam().after;
         sql.replace(sql.rfind("BELOW"), 5, "v" + std::to_string(i - 1));
         sql += ";";
     }
@@ -265,7 +264,9 @@ INSTANTIATE_TEST_SUITE_P(
                "a.x", ")"},
         Naming{"InAConditionsCase", "a.x AS x FROM BELOW a JOIN descriptions d ON CASE WHEN ",
                "a.x", " THEN 1 END"},
-        Naming{"Ordinal", "x FROM BELOW a ORDER BY ", "(1)", ""},
+        Naming{"InTheArgumentsOfATable", "value AS x FROM BELOW a, json_each(", "a.x", ")"},
+        Naming{"BehindDistinctFrom", "1 IS DISTINCT FROM x || ", "x", " AS x FROM BELOW a"},
+        Naming{"Ordinal", "x FROM BELOW a ORDER BY ", "(1)", "", ","},
         Naming{"InAWindow", "count(*) OVER w AS x FROM BELOW a WINDOW w AS (ORDER BY ", "x", ")"}),
     nameOf<Naming>);
 

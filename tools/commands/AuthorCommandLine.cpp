@@ -124,13 +124,8 @@ private:
         addFile(*command, "FOLDER", m_build.folder, "The sources, as zav export writes them");
         addFile(*command, "FILE", m_build.target, "The database file to be made");
         addFormat(*command, "table|json");
-        command
-            ->add_option_function<std::string>(
-                "--release",
-                [this](const std::string& text) { m_build.release = releaseFrom(text); },
-                "The release number; none unless given")
-            ->type_name("N");
-        command->add_flag("--force", m_build.isForced, "Replace a file that is there already");
+        addRelease(*command, m_build.release, "none");
+        addForce(*command, m_build.isForced);
         command->callback([this] {
             refuseGeneral("--debug", "zav build keeps the library silent");
             m_request = {recordFormat(),
@@ -236,20 +231,30 @@ private:
             ->required()
             ->type_name("");
         addFormat(*command, "table|json");
-        command
-            ->add_option_function<std::string>(
-                "--release",
-                [this](const std::string& text) { m_merge.release = releaseFrom(text); },
-                "The release number; that of FILE unless given")
-            ->type_name("N");
+        addRelease(*command, m_merge.release, "that of FILE");
         command->add_flag("--drop-own", m_merge.dropsOwn,
                           "Leave your own columns, tables, indexes and views out");
-        command->add_flag("--force", m_merge.isForced, "Replace a file that is there already");
+        addForce(*command, m_merge.isForced);
         command->callback([this] {
             refuseGeneral("--debug", "zav merge keeps the library silent");
             m_request = {recordFormat(),
                          [request = m_merge](Output& output) { return runMerge(request, output); }};
         });
+    }
+
+    template <class Release>
+    static void addRelease(CLI::App& command, Release& release, const std::string& otherwise)
+    {
+        command
+            .add_option_function<std::string>(
+                "--release", [&release](const std::string& text) { release = releaseFrom(text); },
+                "The release number; " + otherwise + " unless given")
+            ->type_name("N");
+    }
+
+    static void addForce(CLI::App& command, bool& isForced)
+    {
+        command.add_flag("--force", isForced, "Replace a file that is there already");
     }
 
     static std::int32_t releaseFrom(const std::string& text)

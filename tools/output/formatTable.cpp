@@ -206,7 +206,7 @@ Lines wrappedCell(const Shown& cell, std::size_t width, const Terminal& terminal
     return wrap(cell.text, terminal.width == Terminal::UNLIMITED ? Terminal::UNLIMITED : width);
 }
 
-void appendLooking(const Shown& cell, const Terminal& terminal, std::string& text)
+void appendStyled(const Shown& cell, const Terminal& terminal, std::string& text)
 {
     if (terminal.hasColour) {
         text += styled(cell.look, std::string(cell.text), terminal);
@@ -226,7 +226,7 @@ void appendLine(const ShownRow& cells, const Layout& layout, const Widths& width
         pending += isNumber ? blanks : 0;
         if (!cells[i].text.empty()) {
             text.append(pending, ' ');
-            appendLooking(cells[i], terminal, text);
+            appendStyled(cells[i], terminal, text);
             pending = 0;
         }
         pending += (isNumber ? 0 : blanks) + GAP;

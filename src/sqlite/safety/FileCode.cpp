@@ -16,6 +16,9 @@ constexpr std::uint32_t MOST_NODES = 100000;
 /// build on each other.
 constexpr std::uint32_t MOST_LEVELS = 17;
 
+/// Tokens and pieces looked at, which takes a tenth of a second.
+constexpr std::uint32_t MOST_WORK = 1000000;
+
 /// Terms of a compound query. SQLite itself allows some 500.
 constexpr std::uint32_t MOST_TERMS = 1000;
 
@@ -84,17 +87,6 @@ private:
     std::uint32_t m_counts[COUNTERS] = {};
 };
 
-bool holdsCode(const char* statement)
-{
-    SqlTokens tokens(statement);
-    while (tokens.advance()) {
-        if (tokens.now().isOneOf(" view virtual ") || tokens.opensDefinition()) {
-            return true;
-        }
-    }
-    return false;
-}
-
 /// @return whether it is short and neither nests nor calls anything.
 bool isPlain(const char* query)
 {
@@ -151,8 +143,8 @@ private:
         std::uint32_t terms = 1;        ///< of the term, once SQLite has taken apart what it joins
         std::uint32_t termsBefore = 0;
         std::uint32_t ownStack = 0;  ///< of its joins and windows
-        bool isInFrom = false;       ///< the next token is in a FROM clause ...
-        bool isInCondition = false;  ///< ... and there in a condition of a join
+        bool isInFrom = false;       ///< the next token may be in a FROM clause ...
+        bool isInCondition = false;  ///< ... and there in an expression
         std::uint32_t depth = 0;     ///< of the expression so far
         std::uint32_t deepest = 0;
     };
@@ -176,7 +168,10 @@ private:
     void addPiece(Piece& piece);
     void addPart(CompileCost& part, bool isQuery);
     bool isKnownAbove(const Piece& piece) const;
-    bool goesOn() const { return m_scope->cost.nodes <= MOST_NODES; }
+    bool goesOn() const
+    {
+        return m_scope->cost.nodes <= MOST_NODES && ++m_code.m_work <= MOST_WORK;
+    }
     bool namesColumns() const { return !m_scope->isInFrom || m_scope->isInCondition; }
     void endExpression();
     void endTerm();
@@ -207,7 +202,7 @@ CompileCost FileCode::Reckoning::total()
     while (m_scope != nullptr) {
         close();
     }
-    if (++m_cost.levels > MOST_LEVELS) {
+    if (++m_cost.levels > MOST_LEVELS || m_code.m_work > MOST_WORK) {
         m_cost.nodes = MOST_NODES + 1;
     }
     return m_cost;
@@ -227,7 +222,7 @@ void FileCode::Reckoning::open(bool isQuery, bool isDefinition)
     scope->isDefinition = isDefinition;
     if (m_scope != nullptr && !isQuery) {
         scope->isInFrom = m_scope->isInFrom;
-        scope->isInCondition = m_scope->isInCondition;
+        scope->isInCondition = m_scope->isInCondition || m_tokens.opensArguments();
     }
     scope->outer = std::move(m_scope);
     m_scope = std::move(scope);
@@ -291,14 +286,12 @@ void FileCode::Reckoning::takeClause()
 {
     const SqlToken& token = m_tokens.now();
     if (token.isOneOf(" from join ")) {
-        m_scope->isInFrom = true;
-        m_scope->isInCondition = false;
+        m_scope->isInCondition = m_tokens.comparesDistinct();
+        m_scope->isInFrom = m_scope->isInFrom || !m_scope->isInCondition;
         m_scope->ownStack += token.isOneOf(" join ") ? STACK_OF_JOIN : 0;
     } else if (token.isOneOf(" on using ")) {
         m_scope->isInCondition = true;
-    } else if (token.isSymbol(',')) {
-        m_scope->isInCondition = m_scope->isInCondition && !m_scope->isQuery;
-    } else if (!token.isOneOf(" as distinct when then else ")) {
+    } else if (!token.isSymbol(',') && !token.isOneOf(" as distinct when then else ")) {
         m_scope->isInFrom = false;
     }
 }
@@ -306,7 +299,9 @@ void FileCode::Reckoning::takeClause()
 void FileCode::Reckoning::takeName()
 {
     m_scope->ownStack += m_tokens.now().isOneOf(" over ") ? STACK_OF_WINDOW : 0;
-    m_scope->ownStack += m_tokens.now().isIn(JSON_TABLES) ? STACK_OF_JSON : 0;
+    if (m_tokens.now().isIn(JSON_TABLES)) {
+        m_scope->ownStack = std::max(m_scope->ownStack, STACK_OF_JSON);
+    }
     if (m_tokens.isQualifier() || m_tokens.isAlias()) {
         return;
     }
@@ -386,12 +381,20 @@ void FileCode::clear()
 {
     m_statements.clear();
     m_pieces.clear();
+    m_mostCollations = 0;
     m_hadMemory = true;
 }
 
 void FileCode::add(const char* statement)
 {
-    if (holdsCode(statement) && !m_statements.append(statement, std::strlen(statement) + 1)) {
+    bool isCode = false;
+    std::size_t collations = 0;
+    for (SqlTokens tokens(statement); tokens.advance();) {
+        isCode = isCode || tokens.now().isOneOf(" view virtual ") || tokens.opensDefinition();
+        collations += tokens.now().isOneOf(" collate ") ? 1U : 0U;
+    }
+    m_mostCollations = std::max(m_mostCollations, collations);
+    if (isCode && !m_statements.append(statement, std::strlen(statement) + 1)) {
         m_hadMemory = false;
     }
 }
@@ -400,8 +403,7 @@ void FileCode::finish()
 {
     for (const char* statement = m_statements.begin(); statement != m_statements.end();
          statement += std::strlen(statement) + 1) {
-        addObject(statement);
-        addDefinitions(statement);
+        addDefinitions(statement, addObject(statement));
     }
     sort();
 }
@@ -418,7 +420,8 @@ void FileCode::sort()
                });
 }
 
-void FileCode::addObject(const char* statement)
+/// @return whether it is a view.
+bool FileCode::addObject(const char* statement)
 {
     SqlTokens tokens(statement);
     while (tokens.advance() && !tokens.now().isOneOf(" view table ")) {
@@ -436,6 +439,7 @@ void FileCode::addObject(const char* statement)
     while (isView && !tokens.now().isOneOf(" as ") && tokens.advance()) {
     }
     addPiece({name, statement, isView ? tokens.behindNow() : statement, nullptr, false, isView});
+    return isView;
 }
 
 void FileCode::addPiece(const Piece& piece)
@@ -445,7 +449,7 @@ void FileCode::addPiece(const Piece& piece)
     }
 }
 
-void FileCode::addDefinitions(const char* statement)
+void FileCode::addDefinitions(const char* statement, bool isQuery)
 {
     // One entry for each open parenthesis. What follows it, a comma or WITH is the name of the
     // definition to come.
@@ -453,6 +457,9 @@ void FileCode::addDefinitions(const char* statement)
     Piece scope = {};
     SqlTokens tokens(statement);
     do {
+        if (scope.name.kind == SqlToken::END && (tokens.opens() || tokens.now().isOneOf(" as "))) {
+            scope.name = tokens.last();  // WITH and RECURSIVE can be names themselves
+        }
         if (tokens.opens()) {
             if (!scopes.append(&scope, 1)) {
                 m_hadMemory = false;
@@ -472,7 +479,8 @@ void FileCode::addDefinitions(const char* statement)
             if (closed.isLocal) {
                 addPiece(closed);
             }
-        } else if (tokens.now().isOneOf(" with recursive ") || tokens.now().isSymbol(',')) {
+        } else if (tokens.now().isSymbol(',') ||
+                   (isQuery && tokens.now().isOneOf(" with recursive "))) {
             scope.name = {};
         } else if (scope.name.kind == SqlToken::END) {
             scope.name = tokens.now();
@@ -507,7 +515,7 @@ bool FileCode::isTooMuch(const char* query, CompileCost& cost)
     }
     FileCode code;
     code.m_hadMemory = code.m_pieces.append(m_pieces.begin(), m_pieces.size());
-    code.addDefinitions(query);
+    code.addDefinitions(query, true);
     code.sort();
     Piece all = {{}, query, query, nullptr, false, true};
     cost = Reckoning::costOf(code, all, nullptr);

@@ -44,6 +44,10 @@ public:
     /// @return whether code of the file is part of what has the name.
     bool has(const char* name) const;
 
+    /// @return how often one of the statements at the most has a collation, which SQLite does not
+    /// count into the depth of an expression.
+    std::size_t mostCollations() const { return m_mostCollations; }
+
     /// @return whether there was memory for everything since clear().
     bool hadMemory() const { return m_hadMemory; }
 
@@ -61,13 +65,15 @@ private:
     class Reckoning;
 
     void sort();
-    void addObject(const char* statement);
-    void addDefinitions(const char* statement);
+    bool addObject(const char* statement);
+    void addDefinitions(const char* statement, bool isQuery);
     void addPiece(const Piece& piece);
     Piece* firstNamed(const SqlToken& name) const;
 
     SqliteList<char> m_statements;  ///< those that hold code, each with its NUL
     SqliteList<Piece> m_pieces;     ///< in the order of their names, once finished
+    std::size_t m_mostCollations = 0;
+    std::uint32_t m_work = 0;  ///< tokens and pieces looked at to reckon a query
     bool m_takesPart = false;
     bool m_hadMemory = true;
 };

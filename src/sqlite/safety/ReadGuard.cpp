@@ -221,7 +221,11 @@ int ReadGuard::readUnusualSchema(char** errorText)
             return refuse(statistics, errorText);
         }
     }
-    limitSchema(m_db, stackLeft());
+    const std::size_t depth = schemaDepth(stackLeft());
+    if (m_fileCode.mostCollations() > depth) {
+        return refuse("the schema", errorText);
+    }
+    limitSchema(m_db, depth);
     return readStatements();
 }
 

@@ -133,6 +133,10 @@ SqlToken SqlTokens::readWord()
     while (m_at != m_end && isOfAName(*m_at)) {
         ++m_at;
     }
+    // In a variable, $name(...), quotes mean nothing.
+    if (m_at != m_end && *m_at == '(' && (*text == '$' || m_next.isIn(" @ : # "))) {
+        skipUntil(')');
+    }
     return {text, static_cast<std::size_t>(m_at - text),
             isDigit(*text) ? SqlToken::NUMBER : SqlToken::NAME};
 }

@@ -33,6 +33,7 @@ public:
     /// @return whether there is a further token, which then is the one that now() returns.
     bool advance();
 
+    const SqlToken& last() const { return m_last; }
     const SqlToken& now() const { return m_now; }
     const SqlToken& next() const { return m_next; }
     const char* behindNow() const { return m_now.text + m_now.length; }  ///< of no quoted name
@@ -44,6 +45,12 @@ public:
     bool isAlone() const { return m_last.isSymbol('(') && m_next.isSymbol(')'); }
     bool isAlias() const { return m_last.isOneOf(" as "); }
     bool isFunction() const { return m_next.isSymbol('('); }
+
+    /// The FROM of `IS DISTINCT FROM`.
+    bool comparesDistinct() const { return m_last.isOneOf(" distinct "); }
+
+    /// The parenthesis behind a name, which may be a keyword.
+    bool opensArguments() const { return m_last.kind == SqlToken::NAME; }
 
     /// The parenthesis of `name AS (...)` and of `name AS MATERIALIZED (...)`, which is how a
     /// common table expression is written, and a generated column.

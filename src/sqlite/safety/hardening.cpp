@@ -34,14 +34,15 @@ constexpr std::size_t STACK_OF_WILDCARD = 160;
 
 /// Of the schema: SQLite compares each key of a table with all before it.
 constexpr int MAX_STATEMENT = 256 * 1024;
+constexpr int USUAL_STATEMENT = 3 * 1024;
 
 constexpr int USUAL_COLUMNS = 16;
 constexpr int USUAL_DEPTH = 4;
 
 constexpr std::size_t STACK_OF_READING = 5UL * 1024;
 
-/// Of an expression in the schema, per operator.
-constexpr std::size_t STACK_OF_DEPTH = 130;
+/// Of an expression in the schema, per operator: what a function of an index takes.
+constexpr std::size_t STACK_OF_DEPTH = 320;
 
 /// Longer than the statements with which SQLite makes its schema table and reads it.
 constexpr int LINE = 80;
@@ -106,19 +107,24 @@ void restrictToReading(sqlite3* db)
 
 void limitToUsualSchema(sqlite3* db)
 {
-    static constexpr Limits LIMITS = {MAX_STATEMENT, MAX_STATEMENT,  USUAL_COLUMNS,
-                                      USUAL_DEPTH,   WIDEST,         MAX_PROGRAM_WITH_FILE_CODE,
-                                      AS_IT_IS,      ATTACHED_FILES, AS_IT_IS};
+    static constexpr Limits LIMITS = {MAX_STATEMENT, USUAL_STATEMENT, USUAL_COLUMNS,
+                                      USUAL_DEPTH,   WIDEST,          MAX_PROGRAM_WITH_FILE_CODE,
+                                      AS_IT_IS,      ATTACHED_FILES,  AS_IT_IS};
     set(db, LIMITS);
 }
 
-void limitSchema(sqlite3* db, std::size_t stackLeft)
+std::size_t schemaDepth(std::size_t stackLeft)
 {
     const std::size_t stack = std::max(stackLeft, STACK_OF_READING) - STACK_OF_READING;
-    const std::size_t depth = std::max<std::size_t>(stack / STACK_OF_DEPTH, USUAL_DEPTH);
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, MAX_LENGTH);
-    sqlite3_limit(db, SQLITE_LIMIT_SQL_LENGTH, MAX_STATEMENT);
-    sqlite3_limit(db, SQLITE_LIMIT_COLUMN, WIDEST);
+    return std::max<std::size_t>(stack / STACK_OF_DEPTH, USUAL_DEPTH);
+}
+
+void limitSchema(sqlite3* db, std::size_t depth)
+{
+    static constexpr Limits LIMITS = {MAX_LENGTH, MAX_STATEMENT,  WIDEST,
+                                      AS_IT_IS,   WIDEST,         MAX_PROGRAM_WITH_FILE_CODE,
+                                      AS_IT_IS,   ATTACHED_FILES, AS_IT_IS};
+    set(db, LIMITS);
     sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH,
                   static_cast<int>(std::min<std::size_t>(depth, WIDEST)));
 }

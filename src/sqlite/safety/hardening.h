@@ -20,8 +20,12 @@ void restrictToReading(sqlite3* db);
 /// it, which may be generated columns: the longest that are allowed here take 20 KB of stack.
 void limitToUsualSchema(sqlite3* db);
 
-/// Allows any schema that SQLite itself allows and the stack has room for.
-void limitSchema(sqlite3* db, std::size_t stackLeft);
+/// @param stackLeft  bytes.
+/// @return how deep the expressions of a schema may be there.
+std::size_t schemaDepth(std::size_t stackLeft);
+
+/// Allows any schema that SQLite itself allows, but for deeper expressions.
+void limitSchema(sqlite3* db, std::size_t depth);
 
 /// While it lives, SQLite passes over every statement of the schema that is longer than a line: the
 /// file's code is not compiled, and can be read as text.

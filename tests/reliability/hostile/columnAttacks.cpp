@@ -97,6 +97,16 @@ Attacks columnAttacks()
          [](const std::string& file, int n) {
              makeColumns(file, n, "c# AS (" + repeated("1+", 90) + "c@)");
          }},
+        {"generated columns that double behind a variable with a quote",
+         {10, 25, 1900},
+         [](const std::string& file, int n) {
+             makeColumns(file, n, "c# AS (c@ || c@)", "c0, x DEFAULT ($v('))");
+         }},
+        {"generated columns that double, with a type called WITH",
+         {10, 25},
+         [](const std::string& file, int n) {
+             makeColumns(file, n, "c# with recursive AS (c@ || c@)");
+         }},
         {"views on generated columns that double",
          {3, 8, 15},
          [](const std::string& file, int n) {
@@ -187,6 +197,29 @@ Attacks columnAttacks()
              maker.putTable("other", "x CHECK (" + repeated("x", n, "+") + "), y AS (" +
                                          repeated("x", n, "+") + "), z DEFAULT (" +
                                          repeated("1", n, "+") + ")");
+             maker.finish();
+         }},
+        {"deep functions in the schema only",
+         {40, 300, 990},
+         [](const std::string& file, int n) {
+             DatabaseMaker maker(file);
+             maker.addHonestTables();
+             int number = 0;
+             for (const char* function : {" -> x", " LIKE x", " ISNULL"}) {
+                 const std::string deep = "x" + repeated(function, n);
+                 ++number;
+                 maker.putTable(numbered("t#", number), "x, y AS (" + deep + ")");
+                 maker.putView(numbered("v#", number),
+                               "SELECT " + deep + numbered(" FROM t#", number));
+             }
+             maker.finish();
+         }},
+        {"collations in the schema only",
+         {110, 290, 1000, 25000},
+         [](const std::string& file, int n) {
+             DatabaseMaker maker(file);
+             maker.addHonestTables();
+             maker.putView("other", "SELECT x" + repeated(" COLLATE a", n) + " FROM descriptions");
              maker.finish();
          }},
         {"views and triggers beside the tables, by thousands",

@@ -261,10 +261,10 @@ std::vector<HonestFile> honestFiles()
              makeBeside(file, "view", "w",
                         "CREATE VIEW w AS " + repeated("SELECT x FROM t", 400, " UNION ALL "));
          }},
-        {"beside an expression 400 deep", false,
+        {"beside an expression 150 deep", false,
          [](const std::string& file) {
              makeBeside(file, "view", "w",
-                        "CREATE VIEW w AS SELECT " + repeated("x", 400, "+") + " FROM t");
+                        "CREATE VIEW w AS SELECT " + repeated("x", 150, "+") + " FROM t");
          }},
         {"beside a virtual table on itself", true,
          [](const std::string& file) {

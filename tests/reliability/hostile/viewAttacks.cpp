@@ -299,6 +299,31 @@ Attacks viewAttacks()
          [](const std::string& file, int n) {
              makeOne(file, "SELECT x FROM t WHERE x IN (" + repeated("1", n, ",") + ")");
          }},
+        {"views in a circle",
+         {100, 490},
+         [](const std::string& file, int n) {
+             DatabaseMaker maker(file);
+             maker.putTargets(repeated("SELECT 1, 2 FROM c1", n, " UNION ALL "));
+             maker.putView("c1", "SELECT 1 FROM " + repeated("c2", 45, ","));
+             maker.putView("c2",
+                           "SELECT 1 IN (" + repeated("'a'", 2000, ",") + ") FROM descriptions");
+             maker.finish();
+         }},
+        {"common table expressions called alike, by thousands",
+         {1000, 4000},
+         [](const std::string& file, int n) {
+             DatabaseMaker maker(file);
+             maker.putTargets("SELECT x, 1 FROM t WHERE x IN (" + repeated("'c'", 6 * n, ",") +
+                              ")");
+             std::string alike = R"("c""0" AS (SELECT 1))";
+             for (int i = 1; i < n; ++i) {
+                 alike += numbered(R"(, "c""#" AS (SELECT 1))", i);
+             }
+             for (int i = 1; i <= 8; ++i) {
+                 maker.putView(numbered("w#", i), "WITH " + alike + " SELECT 1");
+             }
+             maker.finish();
+         }},
         {"expressions deep in themselves",
          {90, 190, 210, 900},
          [](const std::string& file, int n) {
