@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t INDENT = 2;
 
-std::string escape(char32_t codePoint)
+std::string jsonEscape(char32_t codePoint)
 {
     const auto number = static_cast<unsigned>(codePoint);
     if (number < 0x10000) {
@@ -36,7 +36,7 @@ std::string escapeControls(std::string_view json)
         }
         const utf8::Character character = utf8::first(json);
         if (utf8::isHazard(character.codePoint) && character.codePoint != U'\n') {
-            escaped += escape(character.codePoint);
+            escaped += jsonEscape(character.codePoint);
         } else {
             escaped += json.substr(0, character.length);
         }

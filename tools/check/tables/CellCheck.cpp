@@ -7,8 +7,6 @@
 
 namespace {
 
-using Kind = FindingKind;
-
 constexpr FieldKind LOOKUP_FIELD =
     FieldKind::NUMBER_16;  // of the code that getFaultTypeDef() takes
 
@@ -20,12 +18,12 @@ bool isPadded(std::string_view bytes, std::uint64_t number)
                                            : bytes.substr(start) == std::to_string(number);
 }
 
-Kind kindOfDifference(std::string_view bytes, const std::optional<std::uint64_t>& number)
+FindingKind kindOfDifference(std::string_view bytes, const std::optional<std::uint64_t>& number)
 {
     if (isInteger(bytes) && !(number && isPadded(bytes, *number))) {
-        return Kind::OUT_OF_RANGE;
+        return FindingKind::OUT_OF_RANGE;
     }
-    return number ? Kind::INEXACT_NUMBER : Kind::NOT_A_NUMBER;
+    return number ? FindingKind::INEXACT_NUMBER : FindingKind::NOT_A_NUMBER;
 }
 
 /// Most texts are plain and need no closer look.
@@ -103,9 +101,9 @@ void CellCheck::checkNull(const TableRow& row, std::size_t column) const
     m_sink(
         m_model.columns[column].kind == FieldKind::TEXT
             ? row.finding(
-                  Kind::NULL_VALUE, column,
+                  FindingKind::NULL_VALUE, column,
                   R"(reads as "n/a", for what is not known or not there; write '' to show nothing)")
-            : row.finding(Kind::NULL_VALUE, column,
+            : row.finding(FindingKind::NULL_VALUE, column,
                           "reads as 0, for what is not known; write the number once it is"));
 }
 
@@ -124,12 +122,12 @@ void CellCheck::checkNumber(const TableRow& row, std::size_t column, const RawCe
                                      missed, largestNumber(model.kind))));
     } else if (isMissed) {
         m_sink(row.finding(
-            Kind::INEXACT_NUMBER, column,
+            FindingKind::INEXACT_NUMBER, column,
             formatted("reads as {}{}; declare {} as {}, and write a number rather than a text",
                       delivered, missed, model.name, model.sqlType)));
     } else if (isBeyondLookup(column, *number)) {
         m_sink(row.finding(
-            Kind::CODE_RANGE, column,
+            FindingKind::CODE_RANGE, column,
             formatted("delivered with the whole table, but {} cannot ask for it; use codes up to "
                       "{}",
                       m_model.lookup, largestNumber(LOOKUP_FIELD))));
@@ -146,11 +144,12 @@ void CellCheck::checkText(const TableRow& row, std::size_t column, const RawCell
 {
     checkBytes(row, column, cell);
     if (hasSpaceAround(cell.text())) {
-        m_sink(row.finding(Kind::SURROUNDING_SPACE, column,
+        m_sink(row.finding(FindingKind::SURROUNDING_SPACE, column,
                            "begins or ends with white space; remove it"));
     }
     if (cell.bytes.empty() && isShownFirst(column)) {
-        m_sink(row.finding(Kind::EMPTY_TEXT, column, "there is nothing to show; write a text"));
+        m_sink(
+            row.finding(FindingKind::EMPTY_TEXT, column, "there is nothing to show; write a text"));
     }
 }
 
@@ -162,21 +161,21 @@ void CellCheck::checkBytes(const TableRow& row, std::size_t column, const RawCel
     }
     const std::string_view text = cell.text();
     if (text.size() < cell.bytes.size()) {
-        m_sink(row.finding(Kind::CUT_TEXT, column,
+        m_sink(row.finding(FindingKind::CUT_TEXT, column,
                            formatted("reads as the {} before the NUL byte; remove the NUL byte",
                                      counted(text.size(), "byte"))));
     }
     if (!bytes.isAscii && !utf8::isValid(cell.bytes)) {
-        m_sink(row.finding(Kind::NOT_UTF8, column,
+        m_sink(row.finding(FindingKind::NOT_UTF8, column,
                            "the bytes are delivered unchanged; store the text in UTF-8"));
     }
     if (const std::optional<char32_t> control = firstControl(text)) {
-        m_sink(row.finding(Kind::CONTROL_CHARACTER, column,
+        m_sink(row.finding(FindingKind::CONTROL_CHARACTER, column,
                            formatted("holds the control character U+{:04X}; remove it",
                                      static_cast<unsigned>(*control))));
     }
     if (bytes.hasQuote) {
-        m_sink(row.finding(Kind::QUOTE, column,
+        m_sink(row.finding(FindingKind::QUOTE, column,
                            "delivered unchanged, but the library's statement texts break at the "
                            "quote; double it there"));
     }

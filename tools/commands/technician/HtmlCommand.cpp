@@ -42,7 +42,7 @@ Entries entriesOf(const StoredFile& content)
     return entries;
 }
 
-std::string textIn(const RawCell& cell)
+std::string htmlIn(const RawCell& cell)
 {
     return htmlText(RawCellView{cell.type, cell.bytes}.text());
 }
@@ -88,9 +88,9 @@ std::string controls(const std::vector<std::string>& languages, const std::set<s
 /// @param tag  of the element; nothing is written for NULL and for an empty text.
 std::string element(const char* tag, const RawCell& cell)
 {
-    return cell.isNull() || textIn(cell).empty()
+    return cell.isNull() || htmlIn(cell).empty()
                ? ""
-               : formatted("<{0} dir=\"auto\">{1}</{0}>\n", tag, textIn(cell));
+               : formatted("<{0} dir=\"auto\">{1}</{0}>\n", tag, htmlIn(cell));
 }
 
 std::string titled(const char* title, const RawCell& cell)
@@ -109,7 +109,7 @@ std::string section(const StoredRow& row)
     const RawCell& name = row[StoredFile::NAME];
     return formatted(
                "<section data-language=\"{0}\">\n<h3><span>[{0}]</span> <bdi>{1}</bdi></h3>\n",
-               textIn(row[StoredFile::LANGUAGE]), name.isNull() ? "" : textIn(name)) +
+               htmlIn(row[StoredFile::LANGUAGE]), name.isNull() ? "" : htmlIn(name)) +
            element("p", row[SHORT_DESCRIPTION]) + element("p", row[DESCRIPTION]) +
            (list.empty() ? "" : "<dl>\n" + list + "</dl>\n") + "</section>\n";
 }
@@ -122,10 +122,10 @@ std::string facts(const StoredRow& row)
     const auto says = [](const RawCell& cell) { return !cell.isNull() && cell.bytes != "0"; };
     std::string text;
     if (says(row[CLEAR_AFTER_CYCLE])) {
-        text = "clears after cycle " + textIn(row[CLEAR_AFTER_CYCLE]);
+        text = "clears after cycle " + htmlIn(row[CLEAR_AFTER_CYCLE]);
     }
     if (says(row[BUG])) {
-        text += (text.empty() ? "bug " : ", bug ") + textIn(row[BUG]);
+        text += (text.empty() ? "bug " : ", bug ") + htmlIn(row[BUG]);
     }
     return text.empty() ? "" : "<p class=\"facts\">" + text + "</p>\n";
 }
@@ -145,7 +145,7 @@ public:
             m_languages.push_back(htmlText(language));
         }
         for (const StoredRow& row : content.faultTypes) {
-            m_types.insert(textIn(row[StoredFile::TYPE]));
+            m_types.insert(htmlIn(row[StoredFile::TYPE]));
         }
     }
 
@@ -180,8 +180,8 @@ private:
         std::size_t number = 0;
         for (const StoredRow* row : entry.faultTypes) {
             const std::string id = ++number == 1 ? code : formatted("{}-{}", code, number);
-            output.printText(article(id, code, textIn((*row)[StoredFile::ALIAS]),
-                                     textIn((*row)[StoredFile::TYPE]), facts(*row), texts));
+            output.printText(article(id, code, htmlIn((*row)[StoredFile::ALIAS]),
+                                     htmlIn((*row)[StoredFile::TYPE]), facts(*row), texts));
         }
     }
 
