@@ -27,7 +27,8 @@ const std::vector<TranslatedField>& translatedFields()
 std::size_t commentPosition()
 {
     const std::vector<SourceTable::Column> columns = SourceTable::ofTexts().columns;
-    return std::find_if(columns.begin(), columns.end(),
-                        [](const SourceTable::Column& column) { return column.name == COMMENT_COLUMN; })
+    return std::find_if(
+               columns.begin(), columns.end(),
+               [](const SourceTable::Column& column) { return column.name == COMMENT_COLUMN; })
         ->position;
 }
