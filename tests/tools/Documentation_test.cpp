@@ -45,6 +45,8 @@ TEST(Completion, OffersWhatFits)
         {"zav fault faults.db E1", "E12"},
         {"zav faults faults.db --columns \"\"", "code alias type bug clear_after_cycle_nr"},
         {"zav texts faults.db --columns a", "alias"},
+        {"zav texts faults.db --columns name,a", "name,alias"},
+        {"zav check --ignore null,not-a", "null,not-a-number"},
         {"zav fault faults.db 7 --columns \"\"",
          "code alias type bug clear_after_cycle_nr id id_fault_type id_language name "
          "short_description description comment remedy"},

@@ -234,6 +234,11 @@ void print(const std::vector<Match>& matches, const Search& search, Output& outp
     output.print(table);
 }
 
+bool isCode(const std::string& words)
+{
+    return words.find_first_not_of("0123456789") == std::string::npos;
+}
+
 void sayNearest(const Database& database, const SearchRequest& request, const StoredFile& content)
 {
     std::vector<std::string> aliases;
@@ -241,8 +246,9 @@ void sayNearest(const Database& database, const SearchRequest& request, const St
         aliases.push_back(textIn(faultType[StoredFile::ALIAS]));
     }
     const std::string words = listed(request.words, " ");
-    printMessage(formatted("{}: no fault type has all of: {}{}", database.file(), words,
-                           nearestAlias(words, aliases)));
+    printMessage(
+        formatted("{}: no fault type has all of: {}{}", database.file(), words,
+                  isCode(words) ? "; zav fault looks a code up" : nearestAlias(words, aliases)));
 }
 
 }  // namespace

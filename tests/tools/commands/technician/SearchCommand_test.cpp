@@ -156,6 +156,10 @@ TEST_F(SearchCommand, NamesTheNearestAliasWhenNothingIsFound)
     EXPECT_EQ(result.errors,
               "zav: faults.db: no fault type has all of: drive_hat; the nearest is DRIVE_HOT\n");
     EXPECT_EQ(result.status, 1);
+    result = search("4711");
+    EXPECT_EQ(result.errors,
+              "zav: faults.db: no fault type has all of: 4711; zav fault looks a code up\n");
+    EXPECT_EQ(result.status, 1);
     result = search("x ''");
     EXPECT_EQ(result.errors, "zav: WORD: is empty\nzav: see zav search --help\n");
     EXPECT_EQ(result.status, 2);
