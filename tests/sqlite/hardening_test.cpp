@@ -265,6 +265,8 @@ INSTANTIATE_TEST_SUITE_P(
         Naming{"InAConditionsCase", "a.x AS x FROM BELOW a JOIN descriptions d ON CASE WHEN ",
                "a.x", " THEN 1 END"},
         Naming{"InTheArgumentsOfATable", "value AS x FROM BELOW a, json_each(", "a.x", ")"},
+        Naming{"InTheArgumentsOfAQuotedTable", "value AS x FROM BELOW a, \"json_each\"(", "a.x",
+               ")"},
         Naming{"BehindDistinctFrom", "1 IS DISTINCT FROM x || ", "x", " AS x FROM BELOW a"},
         Naming{"Ordinal", "x FROM BELOW a ORDER BY ", "(1)", "", ","},
         Naming{"InAWindow", "count(*) OVER w AS x FROM BELOW a WINDOW w AS (ORDER BY ", "x", ")"}),

@@ -49,8 +49,8 @@ public:
     /// The FROM of `IS DISTINCT FROM`.
     bool comparesDistinct() const { return m_last.isOneOf(" distinct "); }
 
-    /// The parenthesis behind a name, which may be a keyword.
-    bool opensArguments() const { return m_last.kind == SqlToken::NAME; }
+    /// Of a parenthesis: whether it stands behind a name in whatever quotes, or a keyword.
+    bool opensArguments() const { return m_last.kind != SqlToken::SYMBOL; }
 
     /// The parenthesis of `name AS (...)` and of `name AS MATERIALIZED (...)`, which is how a
     /// common table expression is written, and a generated column.
