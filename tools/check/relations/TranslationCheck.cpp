@@ -125,7 +125,7 @@ bool TranslationCheck::finish()
 }
 
 /// Of texts that are the same, that of the smallest language is taken for the original.
-void TranslationCheck::findSameTexts(Iterator begin, Iterator end)
+void TranslationCheck::findSameTexts(const Iterator& begin, const Iterator& end)
 {
     std::stable_sort(begin, end, [](const Text& one, const Text& other) {
         return one.sameness < other.sameness;
@@ -144,7 +144,8 @@ void TranslationCheck::findSameTexts(Iterator begin, Iterator end)
 
 /// The placeholders of most texts are taken for the right ones, or else those of the smallest
 /// language. A text that is not there is no translation.
-void TranslationCheck::findMismatches(Iterator begin, Iterator end, std::size_t column)
+void TranslationCheck::findMismatches(const Iterator& begin, const Iterator& end,
+                                      std::size_t column)
 {
     std::map<std::string_view, std::size_t> counts;
     for (auto text = begin; text != end; ++text) {

@@ -41,8 +41,8 @@ private:
 
     std::uint64_t samenessOf(const TableRow& row) const;
     void readTexts(const TableRow& row, Text& text);
-    void findSameTexts(Iterator begin, Iterator end);
-    void findMismatches(Iterator begin, Iterator end, std::size_t column);
+    void findSameTexts(const Iterator& begin, const Iterator& end);
+    void findMismatches(const Iterator& begin, const Iterator& end, std::size_t column);
     std::string_view setIn(std::uint32_t sets, std::size_t column) const;
     void report(const TableRow& row, const Remark& remark) const;
 
