@@ -100,14 +100,17 @@ std::string encoded(char32_t codePoint)
 
 bool isValid(std::string_view text)
 {
-    while (!text.empty()) {
+    for (;;) {
+        text.remove_prefix(harmlessLength(text));
+        if (text.empty()) {
+            return true;
+        }
         const Character character = first(text);
         if (!character.valid) {
             return false;
         }
         text.remove_prefix(character.length);
     }
-    return true;
 }
 
 bool isControlCode(char32_t codePoint)

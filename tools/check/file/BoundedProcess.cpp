@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <exception>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -91,24 +92,43 @@ ProcessResult::End endOf(pid_t process)
 
 }  // namespace
 
-ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::chrono::seconds most,
-                         const std::function<void()>& onWait)
+BoundedProcess::BoundedProcess(const std::function<void(const Writer&)>& work,
+                               std::chrono::seconds most)
 {
     std::array<int, 2> ends = {};
     throwIfFailed(pipe2(ends.data(), O_CLOEXEC), "pipe");
     std::fflush(nullptr);  // or the copy would write what waits here a second time
-    const pid_t process = throwIfFailed(fork(), "fork");
-    if (process == 0) {
+    m_process = throwIfFailed(fork(), "fork");
+    if (m_process == 0) {
         close(ends[0]);
         prctl(PR_SET_PDEATHSIG, SIGKILL);  // nobody is left to read what it writes
         limit(most);
         runCopy(work, ends[1]);
     }
     close(ends[1]);
-    ProcessResult result = {ProcessResult::End::DONE, readAll(ends[0], onWait)};
-    close(ends[0]);
-    result.end = endOf(process);
+    m_output = ends[0];
+}
+
+BoundedProcess::~BoundedProcess()
+{
+    close(m_output);
+    if (m_process > 0) {
+        kill(m_process, SIGKILL);
+        TEMP_FAILURE_RETRY(waitpid(m_process, nullptr, 0));
+    }
+}
+
+ProcessResult BoundedProcess::wait(const std::function<void()>& onWait)
+{
+    ProcessResult result = {ProcessResult::End::DONE, readAll(m_output, onWait)};
+    result.end = endOf(std::exchange(m_process, -1));
     return result;
+}
+
+ProcessResult runBounded(const std::function<void(const Writer&)>& work, std::chrono::seconds most,
+                         const std::function<void()>& onWait)
+{
+    return BoundedProcess(work, most).wait(onWait);
 }
 
 std::chrono::seconds mostTimeFor(std::uintmax_t fileSize)

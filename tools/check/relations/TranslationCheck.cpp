@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <tuple>
 
 #include "placeholders.h"
@@ -12,13 +13,20 @@ namespace {
 
 constexpr std::uint32_t NO_PLACEHOLDERS = 0;
 constexpr std::uint64_t NOTHING_TO_COMPARE = 0;
+constexpr char END = '\0';  // which stands in no set: what is read ends at a NUL byte
 
 std::uint32_t bitOf(std::size_t column)
 {
     return 1U << column;
 }
 
-std::string placeholdersText(const std::string& set)
+/// Never a NUL byte.
+char markOf(std::size_t column)
+{
+    return static_cast<char>(column + 1);
+}
+
+std::string placeholdersText(std::string_view set)
 {
     return set.empty() ? "no placeholder" : shortened(set);
 }
@@ -32,9 +40,9 @@ TranslationCheck::TranslationCheck(const TableModel& descriptions, const Finding
       m_languageColumn(descriptions.positionOf(descriptionsColumns().language)),
       m_translatedColumns{descriptions.positionOf(descriptionsColumns().name),
                           descriptions.positionOf(descriptionsColumns().shortDescription),
-                          descriptions.positionOf(descriptionsColumns().description)}
+                          descriptions.positionOf(descriptionsColumns().description)},
+      m_sets(1, END)  // of the rows without placeholders
 {
-    idOf("");
 }
 
 void TranslationCheck::read(const TableRow& row)
@@ -42,9 +50,12 @@ void TranslationCheck::read(const TableRow& row)
     const std::optional<std::uint64_t> code = row.number(m_codeColumn);
     const std::optional<std::uint64_t> language = row.number(m_languageColumn);
     if (code && language) {
-        m_texts.push_back({samenessOf(row), static_cast<std::uint32_t>(row.number()),
-                           static_cast<std::uint16_t>(*code), static_cast<std::uint16_t>(*language),
-                           readTexts(row)});
+        Text& text = m_texts.emplace_back();
+        text.sameness = samenessOf(row);
+        text.row = static_cast<std::uint32_t>(row.number());
+        text.code = static_cast<std::uint16_t>(*code);
+        text.language = static_cast<std::uint16_t>(*language);
+        readTexts(row, text);
     }
 }
 
@@ -65,34 +76,28 @@ std::uint64_t TranslationCheck::samenessOf(const TableRow& row) const
     return sum;
 }
 
-/// Notes the placeholders. @return one bit for each column that has a text.
-std::uint32_t TranslationCheck::readTexts(const TableRow& row)
+/// Notes which columns have a text, and the placeholders in them.
+void TranslationCheck::readTexts(const TableRow& row, Text& text)
 {
-    std::uint32_t filled = 0;
+    const std::size_t start = m_sets.size();
     for (std::size_t column = 0; column < m_model.columns.size(); ++column) {
         const bool isText = m_model.columns[column].kind == FieldKind::TEXT;
         const std::optional<RawCellView> cell = isText ? row.cell(column) : std::nullopt;
         if (!cell || cell->text().empty()) {
             continue;
         }
-        filled |= bitOf(column);
+        text.filled |= bitOf(column);
         const std::string set = placeholdersIn(cell->text());
         if (!set.empty()) {
-            m_placeholders.push_back({static_cast<std::uint32_t>(row.number()),
-                                      static_cast<std::uint32_t>(column), idOf(set)});
+            m_sets += markOf(column);
+            m_sets += set;
+            m_sets += END;
         }
     }
-    return filled;
-}
-
-std::uint32_t TranslationCheck::idOf(const std::string& set)
-{
-    const auto id = static_cast<std::uint32_t>(m_sets.size());
-    const auto [known, isNew] = m_setIds.emplace(set, id);
-    if (isNew) {
-        m_sets.push_back(set);
+    if (m_sets.size() > start) {
+        m_sets += END;
+        text.sets = static_cast<std::uint32_t>(start);
     }
-    return known->second;
 }
 
 bool TranslationCheck::finish()
@@ -104,7 +109,9 @@ bool TranslationCheck::finish()
     for (auto begin = m_texts.begin(); begin != m_texts.end();) {
         const auto end = std::find_if(
             begin, m_texts.end(), [begin](const Text& text) { return text.code != begin->code; });
-        for (std::size_t column = 0; column < m_model.columns.size(); ++column) {
+        const bool hasPlaceholders =
+            std::any_of(begin, end, [](const Text& text) { return text.sets != NO_PLACEHOLDERS; });
+        for (std::size_t column = 0; hasPlaceholders && column < m_model.columns.size(); ++column) {
             findMismatches(begin, end, column);
         }
         findSameTexts(begin, end);
@@ -118,7 +125,7 @@ bool TranslationCheck::finish()
 }
 
 /// Of texts that are the same, that of the smallest language is taken for the original.
-void TranslationCheck::findSameTexts(Iterator begin, Iterator end)
+void TranslationCheck::findSameTexts(const Iterator& begin, const Iterator& end)
 {
     std::stable_sort(begin, end, [](const Text& one, const Text& other) {
         return one.sameness < other.sameness;
@@ -130,22 +137,20 @@ void TranslationCheck::findSameTexts(Iterator begin, Iterator end)
         }
         if (text->sameness != NOTHING_TO_COMPARE && text->language != original->language) {
             m_remarks.push_back(
-                {text->row, FindingKind::SAME_TEXT, 0, original->language, NO_PLACEHOLDERS});
+                {text->row, NO_PLACEHOLDERS, FindingKind::SAME_TEXT, original->language, 0});
         }
     }
 }
 
 /// The placeholders of most texts are taken for the right ones, or else those of the smallest
 /// language. A text that is not there is no translation.
-void TranslationCheck::findMismatches(Iterator begin, Iterator end, std::size_t column)
+void TranslationCheck::findMismatches(const Iterator& begin, const Iterator& end,
+                                      std::size_t column)
 {
-    if (m_placeholders.empty()) {
-        return;
-    }
-    std::map<std::uint32_t, std::size_t> counts;
+    std::map<std::string_view, std::size_t> counts;
     for (auto text = begin; text != end; ++text) {
         if ((text->filled & bitOf(column)) != 0) {
-            ++counts[setIn(text->row, column)];
+            ++counts[setIn(text->sets, column)];
         }
     }
     if (counts.size() < 2) {
@@ -155,32 +160,34 @@ void TranslationCheck::findMismatches(Iterator begin, Iterator end, std::size_t 
     std::size_t most = 0;
     for (auto text = begin; text != end; ++text) {
         const bool isThere = (text->filled & bitOf(column)) != 0;
-        const std::size_t count = isThere ? counts[setIn(text->row, column)] : 0;
+        const std::size_t count = isThere ? counts[setIn(text->sets, column)] : 0;
         if (count > most) {
             most = count;
             right = text;
         }
     }
-    const std::uint32_t rightSet = setIn(right->row, column);
+    const std::string_view rightSet = setIn(right->sets, column);
     for (auto text = begin; text != end; ++text) {
         if ((text->filled & bitOf(column)) != 0 && text->language != right->language &&
-            setIn(text->row, column) != rightSet) {
-            m_remarks.push_back(
-                {text->row, FindingKind::PLACEHOLDER_MISMATCH, column, right->language, rightSet});
+            setIn(text->sets, column) != rightSet) {
+            m_remarks.push_back({text->row, right->sets, FindingKind::PLACEHOLDER_MISMATCH,
+                                 right->language, static_cast<std::uint8_t>(column)});
         }
     }
 }
 
-std::uint32_t TranslationCheck::setIn(std::uint32_t row, std::size_t column) const
+/// @param sets  position in m_sets.
+/// @return the placeholders of one column; empty: there are none.
+std::string_view TranslationCheck::setIn(std::uint32_t sets, std::size_t column) const
 {
-    const auto found = std::lower_bound(
-        m_placeholders.begin(), m_placeholders.end(), std::pair(std::size_t{row}, column),
-        [](const Placeholders& one, const std::pair<std::size_t, std::size_t>& place) {
-            return std::pair(std::size_t{one.row}, std::size_t{one.column}) < place;
-        });
-    const bool isThere =
-        found != m_placeholders.end() && found->row == row && found->column == column;
-    return isThere ? found->set : NO_PLACEHOLDERS;
+    for (const char* piece = m_sets.data() + sets; *piece != END;) {
+        const std::string_view set = piece + 1;
+        if (*piece == markOf(column)) {
+            return set;
+        }
+        piece = set.data() + set.size() + 1;
+    }
+    return {};
 }
 
 void TranslationCheck::readAgain(const TableRow& row)
@@ -201,8 +208,8 @@ void TranslationCheck::report(const TableRow& row, const Remark& remark) const
         return;
     }
     const std::string set = placeholdersIn(row.cell(remark.column)->text());
-    m_sink(
-        row.finding(remark.kind, remark.column,
-                    formatted("has {}, but language {} has {}; use the same", placeholdersText(set),
-                              remark.otherLanguage, placeholdersText(m_sets[remark.otherSet]))));
+    m_sink(row.finding(
+        remark.kind, remark.column,
+        formatted("has {}, but language {} has {}; use the same", placeholdersText(set),
+                  remark.otherLanguage, placeholdersText(setIn(remark.otherSets, remark.column)))));
 }

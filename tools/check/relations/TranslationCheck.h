@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
+#include <deque>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "check/tables/RowCheck.h"
 
@@ -25,31 +25,25 @@ private:
         std::uint16_t code;
         std::uint16_t language;
         std::uint32_t filled;  ///< one bit for each column with a text
-    };
-
-    struct Placeholders {
-        std::uint32_t row;
-        std::uint32_t column;
-        std::uint32_t set;  ///< position in m_sets
+        std::uint32_t sets;    ///< position in m_sets
     };
 
     /// What is said about a row in the second reading.
     struct Remark {
         std::uint32_t row;
+        std::uint32_t otherSets;  ///< position in m_sets
         FindingKind kind;
-        std::size_t column;
         std::uint16_t otherLanguage;
-        std::uint32_t otherSet;
+        std::uint8_t column;
     };
 
-    using Iterator = std::vector<Text>::iterator;
+    using Iterator = std::deque<Text>::iterator;
 
     std::uint64_t samenessOf(const TableRow& row) const;
-    std::uint32_t readTexts(const TableRow& row);
-    std::uint32_t idOf(const std::string& set);
-    void findSameTexts(Iterator begin, Iterator end);
-    void findMismatches(Iterator begin, Iterator end, std::size_t column);
-    std::uint32_t setIn(std::uint32_t row, std::size_t column) const;
+    void readTexts(const TableRow& row, Text& text);
+    void findSameTexts(const Iterator& begin, const Iterator& end);
+    void findMismatches(const Iterator& begin, const Iterator& end, std::size_t column);
+    std::string_view setIn(std::uint32_t sets, std::size_t column) const;
     void report(const TableRow& row, const Remark& remark) const;
 
     const TableModel& m_model;
@@ -57,10 +51,11 @@ private:
     const std::size_t m_codeColumn;
     const std::size_t m_languageColumn;
     const std::array<std::size_t, 3> m_translatedColumns;
-    std::vector<Text> m_texts;
-    std::vector<Placeholders> m_placeholders;  ///< of the texts that have some
-    std::map<std::string, std::uint32_t> m_setIds;
-    std::vector<std::string> m_sets;
-    std::vector<Remark> m_remarks;
+    // Of as many rows as the file holds: no list takes more than its elements, not while it grows.
+    std::deque<Text> m_texts;
+    /// The placeholders of each row that has some, one piece of text for each column that has: the
+    /// column, the set, a NUL byte; a NUL byte ends the row.
+    std::string m_sets;
+    std::deque<Remark> m_remarks;
     std::size_t m_nextRemark = 0;
 };

@@ -76,6 +76,10 @@ std::size_t placeholder(string_view text)
 
 std::string placeholdersIn(string_view text)
 {
+    const bool hasAny = text.find('%') != string_view::npos || text.find('{') != string_view::npos;
+    if (!hasAny) {
+        return "";  // as most texts; looking for one of several characters takes far longer
+    }
     std::vector<string_view> found;
     for (std::size_t start = text.find_first_of("%{"); start != string_view::npos;
          start = text.find_first_of("%{", start)) {

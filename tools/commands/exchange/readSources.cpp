@@ -111,6 +111,7 @@ private:
             return std::nullopt;
         }
         StoredRow row;
+        row.reserve(m_table.columns.size() + 1);  // and the language of a text
         for (std::size_t i = 0; i < m_table.columns.size(); ++i) {
             const SourceTable::Column& column = m_table.columns[i];
             row.push_back(valueOf(record.cells[m_cells[i]], column));
@@ -119,8 +120,8 @@ private:
                 add(record.line, column.name, mistake);
             }
         }
-        return mistakeIn(row.front(), m_table.columns.front()).empty() ? std::optional(row)
-                                                                       : std::nullopt;
+        const bool hasCode = mistakeIn(row.front(), m_table.columns.front()).empty();
+        return hasCode ? std::optional(std::move(row)) : std::nullopt;
     }
 
     static RawCell valueOf(const std::string& cell, const SourceTable::Column& column)
@@ -175,13 +176,14 @@ std::map<std::uint16_t, fs::path> textsFiles(const std::string& folder, Mistakes
 /// @param keyCells  how many cells at the beginning of a row are its key, numbers of 16 bits.
 void sortByKey(std::vector<StoredRow>& rows, std::size_t keyCells)
 {
-    std::map<std::vector<std::uint16_t>, std::size_t> positions;
+    constexpr unsigned CELL_BITS = 16;
+    std::map<std::uint64_t, std::size_t> positions;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        std::vector<std::uint16_t> key;
+        std::uint64_t key = 0;
         for (std::size_t cell = 0; cell < keyCells; ++cell) {
-            key.push_back(shortNumber(rows[i][cell]));
+            key = key << CELL_BITS | shortNumber(rows[i][cell]);
         }
-        positions.emplace(std::move(key), i);
+        positions.emplace(key, i);
     }
     std::vector<StoredRow> sorted;
     sorted.reserve(rows.size());

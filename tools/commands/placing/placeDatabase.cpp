@@ -25,13 +25,14 @@ Output explanations()
 }
 
 /// @throws UnfitFile, UnreadableFile, after it has said why.
-void refuseFindings(const Placing& placing, const std::string& newFile)
+FileInfo checkedInfo(const Placing& placing, const std::string& newFile)
 {
     ProgressLine progress("checking");
     CheckOptions options;
     options.onProgress = [&] { progress.show(placing.name); };
     const FileCheck check(newFile, options);
     progress.clear();
+    BoundedInfo info(newFile);  // reads while the findings are looked for
 
     Output lines = explanations();
     LinesWriter writer(lines, true);
@@ -55,6 +56,7 @@ void refuseFindings(const Placing& placing, const std::string& newFile)
     if (refusing > 0) {
         throw UnfitFile(placing.name + ": the findings above refuse it");
     }
+    return info.take();
 }
 
 OldDatabase oldOf(Replacement& replacement)
@@ -109,8 +111,7 @@ void place(const Placing& placing, Output& output)
     placing.prepare();
     Replacement replacement(placing.target);
     placing.fill(replacement);
-    refuseFindings(placing, replacement.path());
-    const FileInfo newInfo = boundedInfo(replacement.path());
+    const FileInfo newInfo = checkedInfo(placing, replacement.path());
     placing.judge(newInfo);
     const OldDatabase old = oldOf(replacement);
     placing.compare(newInfo, old);

@@ -4,7 +4,6 @@
 
 #include "Sha256.h"
 #include "text/SqlText.h"
-#include "text/formatted.h"
 
 namespace {
 
@@ -25,22 +24,26 @@ char letterOf(CellType type)
 }
 
 /// With its length in front, so that no two rows of different values are the same bytes.
-void addValue(Sha256& hash, CellType type, std::string_view bytes)
+void addValue(std::string& values, CellType type, std::string_view bytes)
 {
-    hash.add(formatted("{}{}:", letterOf(type), bytes.size()));
-    hash.add(bytes);
+    values += letterOf(type);
+    values += std::to_string(bytes.size());
+    values += ':';
+    values += bytes;
 }
 
 }  // namespace
 
 void ContentHash::add(const TableModel& table, const RawRow& row)
 {
-    Sha256 hash;
-    addValue(hash, CellType::TEXT, table.name);
+    m_values.clear();
+    addValue(m_values, CellType::TEXT, table.name);
     for (int i = 0; i < row.columnCount(); ++i) {
         const RawCellView cell = row.cell(i);
-        addValue(hash, cell.type, cell.bytes);
+        addValue(m_values, cell.type, cell.bytes);
     }
+    Sha256 hash;
+    hash.add(m_values);
     m_rows.push_back(hash.digest());
 }
 

@@ -19,4 +19,5 @@ public:
 
 private:
     std::vector<std::string> m_rows;  ///< the digest of each
+    std::string m_values;             ///< of the row that is added
 };
