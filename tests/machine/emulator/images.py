@@ -82,6 +82,7 @@ def tree_disk():
 
 def mount_tree(machine):
     """From then on its programs for the machine are found by their names."""
+    machine.run(f"mkdir -p '{TREE}'")  # below /tmp, which is empty in each machine, it is not there yet
     machine.run(f"mount -o ro /dev/disk/tree '{TREE}'")
     machine.run(f"PATH=$PATH:'{PROGRAMS}'")
 
