@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t NO_PLACEHOLDERS = 0;
 constexpr std::uint64_t NOTHING_TO_COMPARE = 0;
-constexpr char END = '\0';  // which stands in no set: what is read ends at a NUL byte
+constexpr char SET_END = '\0';  // which stands in no set: what is read ends at a NUL byte
 
 std::uint32_t bitOf(std::size_t column)
 {
@@ -41,7 +41,7 @@ TranslationCheck::TranslationCheck(const TableModel& descriptions, const Finding
       m_translatedColumns{descriptions.positionOf(descriptionsColumns().name),
                           descriptions.positionOf(descriptionsColumns().shortDescription),
                           descriptions.positionOf(descriptionsColumns().description)},
-      m_sets(1, END)  // of the rows without placeholders
+      m_sets(1, SET_END)  // of the rows without placeholders
 {
 }
 
@@ -91,11 +91,11 @@ void TranslationCheck::readTexts(const TableRow& row, Text& text)
         if (!set.empty()) {
             m_sets += markOf(column);
             m_sets += set;
-            m_sets += END;
+            m_sets += SET_END;
         }
     }
     if (m_sets.size() > start) {
-        m_sets += END;
+        m_sets += SET_END;
         text.sets = static_cast<std::uint32_t>(start);
     }
 }
@@ -180,7 +180,7 @@ void TranslationCheck::findMismatches(const Iterator& begin, const Iterator& end
 /// @return the placeholders of one column; empty: there are none.
 std::string_view TranslationCheck::setIn(std::uint32_t sets, std::size_t column) const
 {
-    for (const char* piece = m_sets.data() + sets; *piece != END;) {
+    for (const char* piece = m_sets.data() + sets; *piece != SET_END;) {
         const std::string_view set = piece + 1;
         if (*piece == markOf(column)) {
             return set;

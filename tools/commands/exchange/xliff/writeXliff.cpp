@@ -8,7 +8,7 @@
 namespace {
 
 /// A carriage return that stands as it is would be read as a line end.
-class Writer : public pugi::xml_writer {
+class StringWriter : public pugi::xml_writer {
 public:
     void write(const void* data, std::size_t size) override
     {
@@ -84,7 +84,7 @@ std::string xliffOf(const Translation& translation)
     for (const TranslationUnit& unit : translation.units) {
         add(body, unit);
     }
-    Writer writer;
+    StringWriter writer;
     document.save(writer, "  ", pugi::format_default, pugi::encoding_utf8);
     return std::move(writer).text();
 }
