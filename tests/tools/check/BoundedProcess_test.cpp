@@ -1,9 +1,11 @@
 #include "check/file/BoundedProcess.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <stdexcept>
 #include <system_error>
@@ -41,6 +43,19 @@ TEST(BoundedProcess, EndsWorkThatDoesNot)
     EXPECT_EQ(result.end, End::OUT_OF_TIME);
     EXPECT_EQ(result.output, "begun");
     EXPECT_GT(waits, 3);
+}
+
+TEST(BoundedProcess, EndsWorkThatNobodyWaitsFor)
+{
+    std::array<int, 2> ends = {};
+    ASSERT_EQ(pipe2(ends.data(), O_NONBLOCK), 0);
+    {
+        const BoundedProcess unwanted([](const Writer&) { pause(); }, seconds(100));
+        close(ends[1]);
+    }
+    char none = 0;
+    EXPECT_EQ(read(ends[0], &none, 1), 0);  // nobody is left who holds the other end
+    close(ends[0]);
 }
 
 TEST(BoundedProcess, OutlivesItsWork)
