@@ -185,6 +185,18 @@ TEST_F(MemoryOfOthers, TakenBeforeAQueryDoesNotCount)
     EXPECT_EQ(countRows(thousandRows("i")), 1000);
 }
 
+TEST_F(MemoryOfOthers, TakenBeforeAQueryMakesNoneRunTwice)
+{
+    const SqlTrace trace;
+    open();
+    g_taken = sqlite3_malloc(TOO_MUCH);
+    const std::size_t before = trace.statements().size();
+    EXPECT_EQ(countRows(thousandRows("i")), 1000);
+    EXPECT_EQ(countRows("SELECT 1"), 1);
+    // The second run of a query takes the place of this trace, for good.
+    EXPECT_EQ(trace.statements().size(), before + 2);
+}
+
 TEST_F(MemoryOfOthers, TakenMeanwhileDoesNotCount)
 {
     open();
