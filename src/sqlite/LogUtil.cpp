@@ -18,6 +18,7 @@ std::ostream& beginLine(const char* severity, const char* component, const char*
 
 }  // namespace
 
+// std::endl is called rather than written, which would import a further function.
 void writeLine(const char* severity, const char* component, const char* function,
                const std::string& message)
 {

@@ -34,6 +34,8 @@ constexpr std::size_t STACK_OF_WILDCARD = 160;
 
 /// Of the schema: SQLite compares each key of a table with all before it.
 constexpr int MAX_STATEMENT = 256 * 1024;
+
+/// Has no more COLLATE, which SQLite does not count into a depth, than a usual stack holds.
 constexpr int USUAL_STATEMENT = 3 * 1024;
 
 constexpr int USUAL_COLUMNS = 16;
